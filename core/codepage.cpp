@@ -1,0 +1,19 @@
+#include "core/codepage.h"
+
+int EncodingCodePage(int encoding) {
+    switch (encoding) {
+    case EncodingShiftJis: return 932;
+    case EncodingCp1252: return 1252;
+    default: return -1;
+    }
+}
+
+const char* EncodingName(int encoding) {
+    switch (encoding) {
+    case EncodingUtf8: return "UTF-8";
+    case EncodingUtf16: return "UTF-16";
+    case EncodingShiftJis: return "Shift_JIS";
+    case EncodingCp1252: return "CodePage 1252 (ISO 8859-1)";
+    default: return "";
+    }
+}

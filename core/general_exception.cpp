@@ -1,0 +1,161 @@
+#include "core/general_exception.h"
+
+#include <cstdio>
+
+#include "core/pg_ctrl.h"
+
+std::string CodeUnitToUtf8(char16_t c) {
+    std::string out;
+    uint32_t v = c;
+    if (v < 0x80) {
+        out += static_cast<char>(v);
+    } else if (v < 0x800) {
+        out += static_cast<char>(0xC0 | (v >> 6));
+        out += static_cast<char>(0x80 | (v & 0x3F));
+    } else {
+        out += static_cast<char>(0xE0 | (v >> 12));
+        out += static_cast<char>(0x80 | ((v >> 6) & 0x3F));
+        out += static_cast<char>(0x80 | (v & 0x3F));
+    }
+    return out;
+}
+
+std::u16string Utf8ToUtf16(std::string_view text) {
+    std::u16string out;
+    out.reserve(text.size());
+    std::size_t i = 0;
+    while (i < text.size()) {
+        auto b = static_cast<unsigned char>(text[i]);
+        uint32_t cp;
+        int extra;
+        if (b < 0x80) { cp = b; extra = 0; }
+        else if ((b & 0xE0) == 0xC0) { cp = b & 0x1F; extra = 1; }
+        else if ((b & 0xF0) == 0xE0) { cp = b & 0x0F; extra = 2; }
+        else if ((b & 0xF8) == 0xF0) { cp = b & 0x07; extra = 3; }
+        else { out += u'\uFFFD'; ++i; continue; }
+        if (i + extra >= text.size() && extra > 0) {
+            out += u'\uFFFD';
+            ++i;
+            continue;
+        }
+        bool ok = true;
+        for (int k = 1; k <= extra; ++k) {
+            auto c = static_cast<unsigned char>(text[i + k]);
+            if ((c & 0xC0) != 0x80) { ok = false; break; }
+            cp = (cp << 6) | (c & 0x3F);
+        }
+        if (!ok) { out += u'\uFFFD'; ++i; continue; }
+        i += extra + 1;
+        if (cp >= 0x10000) {
+            cp -= 0x10000;
+            out += static_cast<char16_t>(0xD800 + (cp >> 10));
+            out += static_cast<char16_t>(0xDC00 + (cp & 0x3FF));
+        } else {
+            out += static_cast<char16_t>(cp);
+        }
+    }
+    return out;
+}
+
+std::string Utf16ToUtf8(std::u16string_view text) {
+    std::string out;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        char16_t c = text[i];
+        if (c >= 0xD800 && c < 0xDC00 && i + 1 < text.size() && text[i + 1] >= 0xDC00 && text[i + 1] < 0xE000) {
+            uint32_t cp = 0x10000 + ((c - 0xD800) << 10) + (text[i + 1] - 0xDC00);
+            out += static_cast<char>(0xF0 | (cp >> 18));
+            out += static_cast<char>(0x80 | ((cp >> 12) & 0x3F));
+            out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
+            out += static_cast<char>(0x80 | (cp & 0x3F));
+            ++i;
+        } else {
+            out += CodeUnitToUtf8(c);
+        }
+    }
+    return out;
+}
+
+std::string CutMessage(std::string text) {
+    std::size_t chars = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if ((static_cast<unsigned char>(text[i]) & 0xC0) != 0x80) {
+            if (chars == MaxMessageChars) {
+                text.resize(i);
+                return text;
+            }
+            ++chars;
+        }
+    }
+    return text;
+}
+
+std::string FormatStringList(std::string_view format, std::initializer_list<CFormatArg> args) {
+    std::string out;
+    auto next = args.begin();
+    for (std::size_t i = 0; i < format.size(); ++i) {
+        char ch = format[i];
+        if (ch != '%') {
+            out += ch;
+            continue;
+        }
+        // %[flags][width][.precision][length]conversion
+        std::size_t start = i++;
+        while (i < format.size() && std::string_view("-+ #0").find(format[i]) != std::string_view::npos) ++i;
+        while (i < format.size() && format[i] >= '0' && format[i] <= '9') ++i;
+        if (i < format.size() && format[i] == '.') {
+            ++i;
+            while (i < format.size() && format[i] >= '0' && format[i] <= '9') ++i;
+        }
+        while (i < format.size() && (format[i] == 'l' || format[i] == 'h')) ++i;
+        if (i >= format.size()) {
+            out.append(format.substr(start));
+            break;
+        }
+        char conv = format[i];
+        if (conv == '%') {
+            out += '%';
+            continue;
+        }
+        std::string spec(format.substr(start, i - start));
+        // Drop length modifiers; the value is passed as long long.
+        while (!spec.empty() && (spec.back() == 'l' || spec.back() == 'h')) spec.pop_back();
+        const CFormatArg* arg = next != args.end() ? &*next++ : nullptr;
+        char buf[128];
+        switch (conv) {
+        case 's':
+            if (arg && arg->IsText) out.append(arg->Text);
+            else if (!arg) out += "(null)";
+            else out += std::to_string(arg->Number);
+            break;
+        case 'c':
+            if (arg && !arg->IsText) out += CodeUnitToUtf8(static_cast<char16_t>(arg->Number & 0xFFFF));
+            else if (arg) out.append(arg->Text);
+            break;
+        case 'd': case 'i': case 'u': case 'x': case 'X': case 'o': {
+            long long v = arg && !arg->IsText ? arg->Number : 0;
+            if (conv == 'x' || conv == 'X' || conv == 'o' || conv == 'u') {
+                // Unsigned conversions of negative ints print as 32-bit values, as printf does.
+                unsigned long long u = v < 0 && v >= INT32_MIN ? static_cast<uint32_t>(v) : static_cast<unsigned long long>(v);
+                std::snprintf(buf, sizeof buf, (spec + "ll" + conv).c_str(), u);
+            } else {
+                std::snprintf(buf, sizeof buf, (spec + "ll" + conv).c_str(), v);
+            }
+            out += buf;
+            break;
+        }
+        default:
+            out.append(format.substr(start, i - start + 1));
+            break;
+        }
+    }
+    return CutMessage(std::move(out));
+}
+
+void ReportWarningList(CPgCtrl* pgCtrl, std::string_view format, std::initializer_list<CFormatArg> args) {
+    if (!pgCtrl) return;
+    try {
+        pgCtrl->AddWarning(FormatStringList(format, args));
+    } catch (...) {
+        // A warning never fails towards its caller.
+    }
+}

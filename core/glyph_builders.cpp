@@ -1,0 +1,143 @@
+// Turning a cell image into a glyph, and a glyph back into a cell.
+#include <algorithm>
+
+#include "core/bit_stream.h"
+#include "core/font_data.h"
+
+void CGlyph::CropCell(const uint8_t* cell, int cellWidth, int cellHeight, int bpp) {
+    int left = cellWidth + 1, top = cellHeight + 1, right = 0, bottom = 0;
+    CBitReader r;
+    r.Start(cell);
+    for (int y = 0; y < cellHeight; ++y)
+        for (int x = 0; x < cellWidth; ++x) {
+            if (r.ReadValue(bpp) != 0) {
+                left = std::min(left, x);
+                top = std::min(top, y);
+                right = std::max(right, x + 1);
+                bottom = std::max(bottom, y + 1);
+            }
+        }
+    if (right == 0)
+        Ink = InkBox{};
+    else
+        Ink = InkBox{left, top, right, bottom};
+}
+
+void CGlyph::ExtractInk(const uint8_t* cell, int cellWidth, int bpp, int originRow, int originFromRight) {
+    int w = Ink.Width(), h = Ink.Height();
+    Pixels.assign(w > 0 && h > 0 ? PackedBytes(w, h, bpp) : 0, 0);
+    if (!Pixels.empty()) {
+        CBitReader r;
+        r.Start(cell);
+        CBitWriter wr;
+        wr.Start(Pixels.data());
+        for (int y = Ink.Y0; y < Ink.Y1; ++y) {
+            long long bit = (static_cast<long long>(y) * cellWidth + Ink.X0) * bpp;
+            r.In = cell + bit / 8;
+            r.BitsLeft = 0;
+            if (bit % 8) {
+                r.Current = *r.In++;
+                r.BitsLeft = 8 - static_cast<int>(bit % 8);
+            }
+            for (int x = 0; x < w; ++x) {
+                wr.WriteValue(bpp, r.ReadValue(bpp));
+                wr.MarkPending();
+            }
+        }
+        wr.Flush();
+    }
+    Ascent = originRow - Ink.Y0;
+    RightExtent = Ink.X1 - (cellWidth - originFromRight);
+    Bpp = bpp;
+}
+
+void CGlyph::SetFromCell(const uint8_t* cell, int cellWidth, int cellHeight, int bpp, bool vertical, int space1,
+                         int space2, int origin) {
+    CropCell(cell, cellWidth, cellHeight, bpp);
+    if (vertical) {
+        TopSpace = space1;
+        BottomSpace = space2;
+        ExtractInk(cell, cellWidth, bpp, 0, origin);
+    } else {
+        LeftSpace = space1;
+        RightSpace = space2;
+        ExtractInk(cell, cellWidth, bpp, origin, cellWidth - Ink.X0);
+    }
+}
+
+void CGlyph::SetFromCellWithMargins(const uint8_t* cell, int cellWidth, int cellHeight, int bpp, bool vertical,
+                                    int marginBefore, int marginAfter, int origin) {
+    CropCell(cell, cellWidth, cellHeight, bpp);
+    if (vertical) {
+        int h = cellHeight;
+        bool noInk = Ink.Y0 == 0 && Ink.Y1 == 0;
+        if (marginBefore == h) {
+            TopSpace = noInk ? 0 : Ink.Y0 - Ink.Y1;
+            BottomSpace = 0;
+        } else if (noInk) {
+            TopSpace = h - marginBefore - marginAfter;
+            BottomSpace = 0;
+        } else {
+            TopSpace = Ink.Y0 - marginBefore;
+            BottomSpace = h - Ink.Y1 - marginAfter;
+        }
+        ExtractInk(cell, cellWidth, bpp, 0, origin);
+    } else {
+        int w = cellWidth;
+        bool noInk = Ink.X0 == 0 && Ink.X1 == 0;
+        if (marginBefore == w) {
+            LeftSpace = Ink.X0 - Ink.X1;
+            RightSpace = 0;
+        } else if (noInk) {
+            LeftSpace = w - marginBefore - marginAfter;
+            RightSpace = 0;
+        } else {
+            LeftSpace = Ink.X0 - marginBefore;
+            RightSpace = w - Ink.X1 - marginAfter;
+        }
+        ExtractInk(cell, cellWidth, bpp, origin, cellWidth - Ink.X0);
+    }
+}
+
+void CGlyph::SetFromCellTrimmed(const uint8_t* cell, int cellWidth, int cellHeight, int bpp, bool vertical,
+                                int origin) {
+    CropCell(cell, cellWidth, cellHeight, bpp);
+    if (vertical) {
+        TopSpace = Ink.Y0;
+        BottomSpace = cellHeight - Ink.Y1;
+        ExtractInk(cell, cellWidth, bpp, 0, origin);
+    } else {
+        LeftSpace = Ink.X0;
+        RightSpace = cellWidth - Ink.X1;
+        ExtractInk(cell, cellWidth, bpp, origin, cellWidth - Ink.X0);
+    }
+}
+
+void RenderToCell(const CGlyph& glyph, uint8_t* dst, int cellWidth, int cellHeight, int originRow,
+                  int originFromRight, int bpp) {
+    CBitWriter w;
+    w.Start(dst);
+    int iw = glyph.Ink.Width(), ih = glyph.Ink.Height();
+    if (glyph.Pixels.empty() || iw <= 0) {
+        w.WriteRepeated(bpp, cellWidth * cellHeight, 0);
+        w.Flush();
+        return;
+    }
+    int above = originRow - glyph.Ascent;
+    w.WriteRepeated(bpp, above * cellWidth, 0);
+    int before = cellWidth - originFromRight + glyph.RightExtent - iw;
+    int after = originFromRight - glyph.RightExtent;
+    uint32_t mask = bpp >= 32 ? 0xFFFFFFFFu : ((1u << bpp) - 1);
+    CBitReader r;
+    r.Start(glyph.Pixels.data());
+    for (int y = 0; y < ih; ++y) {
+        w.WriteRepeated(bpp, before, 0);
+        for (int x = 0; x < iw; ++x) {
+            w.WriteValue(bpp, r.ReadValue(glyph.Bpp) & mask);
+            w.MarkPending();
+        }
+        w.WriteRepeated(bpp, after, 0);
+    }
+    w.WriteRepeated(bpp, cellHeight - above - ih, 0);
+    w.Flush();
+}

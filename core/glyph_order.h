@@ -1,0 +1,21 @@
+// The grid of character codes of a glyph order file.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <vector>
+
+inline constexpr uint16_t NoCode = 0xFFFF;
+
+class CGlyphOrder {
+public:
+    uint16_t GetCode(int x, int y) const;
+    // Reads an .xlor file (implemented with the XML files); throws on failure.
+    void Load(const std::filesystem::path& path);
+
+    int32_t Width = 16;
+    int32_t Height = 0;
+    std::vector<uint16_t> Codes;
+    bool HeightGiven = false;
+    bool Loaded = false;
+};

@@ -1,0 +1,47 @@
+// One file handle that turns every failed open, read, write or seek into a
+// CGeneralException naming the file.
+//
+// Files opened for writing are written to a temporary file in the target's
+// directory and renamed over the target only by Close, so a failed or
+// cancelled save never leaves a truncated file where the user's file was.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <vector>
+
+class CBinaryFile {
+public:
+    enum class Mode { Read, Write };
+
+    explicit CBinaryFile(std::filesystem::path path) : FilePath(std::move(path)) {}
+    virtual ~CBinaryFile();
+    CBinaryFile(const CBinaryFile&) = delete;
+    CBinaryFile& operator=(const CBinaryFile&) = delete;
+
+    // Read: an existing file. Write: a new temporary file beside the target.
+    void Open(Mode mode);
+    // Returns the count actually read; a short read at the end is no error.
+    uint32_t Read(void* dst, uint32_t bytes);
+    void Write(const void* src, uint32_t bytes);
+    void Seek(uint32_t position);
+    uint32_t Tell();
+    // Size of the open file in bytes (saturated to 32 bits).
+    uint64_t Size();
+    // Closes the file; a file opened for writing replaces the target now.
+    // Throws "Can not write to a file (%s)." when that fails.
+    void Close();
+    bool IsOpen() const { return Fd >= 0; }
+    const std::filesystem::path& Path() const { return FilePath; }
+
+private:
+    void Discard() noexcept;
+
+    std::filesystem::path FilePath;
+    std::filesystem::path TempPath;
+    int Fd = -1;
+    Mode OpenMode = Mode::Read;
+};
+
+// Reads a whole file into memory through CBinaryFile (one read call).
+std::vector<uint8_t> ReadWholeFile(const std::filesystem::path& path);
