@@ -1,0 +1,31 @@
+// Renders an installed font (or a font file) character by character.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "core/font_io.h"
+
+class CWinFontReader : public CFontReader {
+public:
+    // faceName: an installed family ("@Family" for its vertical variant) or a
+    // path to a font file. size > 0: cell height; size < 0: character height.
+    // bpp 1..5; widthType 0..3.
+    CWinFontReader(std::string faceName, int32_t size, int32_t bpp, int32_t widthType, int32_t fixedWidth,
+                   bool softAA)
+        : FaceName(std::move(faceName)),
+          Size(size),
+          Bpp(bpp),
+          WidthType(widthType),
+          FixedWidth(fixedWidth),
+          SoftAA(softAA) {}
+    void CheckParameters() override;
+    void Read(CFontData& font, const CFontFilter& filter) override;
+
+    std::string FaceName;
+    int32_t Size;
+    int32_t Bpp;
+    int32_t WidthType;
+    int32_t FixedWidth;
+    bool SoftAA;
+};
