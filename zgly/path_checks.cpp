@@ -20,7 +20,8 @@ void CheckOutputFile(const std::filesystem::path& path) {
         struct stat st {};
         if (::stat(path.c_str(), &st) == 0 && S_ISDIR(st.st_mode))
             ThrowError("Parameter Error:\n Specified path(%s) indicates directory.", path);
-        if (::access(path.c_str(), W_OK) != 0)
+        // No write bit counts as read only even for root, whom access() lets write anything.
+        if (::access(path.c_str(), W_OK) != 0 || (st.st_mode & 0222) == 0)
             ThrowError("Parameter Error:\n Specified file(%s) is read only.", path);
         return;
     }
