@@ -69,7 +69,8 @@ std::unique_ptr<CFontData> MakeSyntheticFont(const SyntheticFontSpec& spec) {
             }
         out.Flush();
         auto glyph = std::make_unique<CGlyph>();
-        int before = rnd.Next(4) - 1, after = rnd.Next(3);
+        // Negative space only beside ink, so that no advance is negative.
+        int before = rnd.Next(4) - (ink ? 1 : 0), after = rnd.Next(3);
         glyph->SetFromCell(cell.data(), w, h, spec.Bpp, spec.Vertical, before, after, spec.Origin);
         font->AddGlyph(std::move(glyph), code);
     }
