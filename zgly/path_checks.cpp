@@ -27,9 +27,7 @@ void CheckOutputFile(const std::filesystem::path& path) {
     }
     // The directory part as written, keeping its trailing separator.
     std::string text = path.string();
-    std::string dir;
     auto slash = text.find_last_of('/');
-    if (slash != std::string::npos) dir = text.substr(0, slash + 1);
-    if (dir.empty()) dir = ".";
+    const std::string dir = slash == std::string::npos ? std::string(".") : text.substr(0, slash + 1);
     if (!FileExists(dir)) ThrowError("Parameter Error:\n Directory(%s) not exists.", dir);
 }

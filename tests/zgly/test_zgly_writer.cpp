@@ -97,6 +97,10 @@ TEST(ZglyWriter, ParameterChecksInOrder) {
     };
     EXPECT_EQ(MessageOf([&] { CZarnicFontWriter(dir / "no/x.zgly", 0, 300, NotGiven, 200, NotGiven, 1, 0).CheckParameters(); }),
               "Parameter Error:\n Directory(" + (dir / "no/").string() + ") not exists.");
+    PutFile(dir / "ro.zgly", {1});
+    std::filesystem::permissions(dir / "ro.zgly", std::filesystem::perms::owner_read);
+    EXPECT_EQ(MessageOf([&] { CZarnicFontWriter(dir / "ro.zgly", 0, 0, 0, 0, 0, 1, 0).CheckParameters(); }),
+              "Parameter Error:\n Specified file(" + (dir / "ro.zgly").string() + ") is read only.");
     EXPECT_EQ(check(0, 300, 200), "Parameter Error:\n Invalid alternate character(0x0000).");
     EXPECT_EQ(check(NotGiven, 300, 200), "Parameter Error:\n LineHeight(=300) out of range[0 ～ 255]");
     EXPECT_EQ(check(NotGiven, -1, 200), "Parameter Error:\n LineHeight(=-1) out of range[0 ～ 255]");
