@@ -55,7 +55,7 @@ TEST(GlyphOrderFile, ReadsCellsRowByRow) {
     // Parser warnings change nothing for an order.
     o = LoadOrder(dir, "<?xml version=\"1.0\"?><!DOCTYPE letter-order [<!ELEMENT letter-order ANY>"
                        "<!ATTLIST letter-order version CDATA #IMPLIED><!ATTLIST letter-order version CDATA #IMPLIED>]>" +
-                           Order("<body><order></order></body>"));
+                           "<letter-order version=\"1.0\"><body><order></order></body></letter-order>");
     EXPECT_EQ(o.Height, 0);
     EXPECT_TRUE(o.Loaded);
 }
