@@ -54,7 +54,7 @@ TEST(GlyphOrderFile, ReadsCellsRowByRow) {
 
     // Parser warnings change nothing for an order.
     o = LoadOrder(dir, "<?xml version=\"1.0\"?><!DOCTYPE letter-order [<!ELEMENT letter-order ANY>"
-                       "<!ATTLIST letter-order version CDATA #IMPLIED><!ATTLIST letter-order version CDATA #IMPLIED>]>" +
+                       "<!ATTLIST letter-order version CDATA #IMPLIED><!ATTLIST letter-order version CDATA #IMPLIED>]>"
                            "<letter-order version=\"1.0\"><body><order></order></body></letter-order>");
     EXPECT_EQ(o.Height, 0);
     EXPECT_TRUE(o.Loaded);
