@@ -53,7 +53,7 @@ TEST(GlyphOrderFile, ReadsCellsRowByRow) {
     EXPECT_EQ(o.GetCode(4, 6), NoCode);
 
     // Parser warnings change nothing for an order.
-    o = LoadOrder(dir, "<?xml version=\"1.0\"?><!DOCTYPE letter-order [<!ELEMENT letter-order ANY>"
+    o = LoadOrder(dir, "<?xml version=\"1.0\"?><!DOCTYPE letter-order [<!ELEMENT letter-order ANY><!ELEMENT body ANY><!ELEMENT order ANY>"
                        "<!ATTLIST letter-order version CDATA #IMPLIED><!ATTLIST letter-order version CDATA #IMPLIED>]>"
                            "<letter-order version=\"1.0\"><body><order></order></body></letter-order>");
     EXPECT_EQ(o.Height, 0);
