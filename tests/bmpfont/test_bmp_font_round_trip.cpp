@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "bmp_test_support.h"
 #include "bmpfont/bmp_font_layout.h"
 #include "bmpfont/bmp_font_reader.h"
@@ -16,6 +18,8 @@ const char* OrderText =
 // A 6 x 8 (horizontal) or 8 x 6 (vertical) source cell with ink in the given box.
 std::unique_ptr<CGlyph> Glyph(int bpp, bool vertical, int x0, int y0, int x1, int y1, int s1, int s2, int seed) {
     int w = vertical ? 8 : 6, h = vertical ? 6 : 8;
+    x1 = std::min(x1, w);
+    y1 = std::min(y1, h);
     uint32_t levels = (1u << bpp) - 1;
     std::vector<uint32_t> cell(static_cast<std::size_t>(w * h), 0);
     for (int y = y0; y < y1; ++y)
