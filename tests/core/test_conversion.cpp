@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <stdexcept>
 
 #include "core/font_data.h"
 #include "core/font_filter.h"
@@ -25,6 +26,7 @@ struct Script {
     bool WriterCheckFails = false;
     bool CreateWriterFails = false;
     bool ReaderWarns = false;
+    bool ReaderThrowsLibraryError = false;
     std::vector<uint16_t> Written;
     int Alive = 0;
 };
@@ -54,6 +56,7 @@ public:
             g->RightExtent = 1;
             font.AddGlyph(std::move(g), code);
         }
+        if (S.ReaderThrowsLibraryError) throw std::runtime_error("disk gone");
         if (S.ReaderWarns) ReportWarning(g_pPgCtrl, "%s", std::string("odd glyph 100%"));
     }
 
@@ -244,6 +247,12 @@ TEST_F(ConversionTest, EmptyFontFailsBeforeWriting) {
     EXPECT_EQ(Pg.Statuses.back(), " Convert Error");
     EXPECT_FALSE(Called("writer.Write"));
     EXPECT_FALSE(Called("CommitOutputHistory"));
+
+    S.Codes = {'A'};
+    S.ReaderThrowsLibraryError = true;
+    EXPECT_EQ(Run(), ConversionOutcome::Failed);
+    EXPECT_EQ(Ui.Text, "Internal Error:\n disk gone");
+    EXPECT_EQ(S.Log.back(), "EndRun");
 }
 
 TEST_F(ConversionTest, CancelDuringRead) {
