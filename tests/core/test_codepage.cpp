@@ -104,7 +104,9 @@ TEST(CodePage, RoundTripsOverAllInputs) {
         // Every encodable character decodes to itself: no best fits.
         for (uint32_t u = 0; u <= 0xFFFF; ++u) {
             const uint16_t code = UnicodeToCodePage(cp, static_cast<char16_t>(u));
-            if (code != NoChar) ASSERT_EQ(CodePageToUnicode(cp, code), u) << cp << " " << u;
+            if (code != NoChar) {
+                ASSERT_EQ(CodePageToUnicode(cp, code), u) << cp << " " << u;
+            }
         }
         if (cp == 1252) {
             EXPECT_EQ(decodable, 256);
