@@ -53,12 +53,16 @@ void ExpectSameFont(const CFontData& a, const CFontData& b, const std::string& w
         EXPECT_EQ(InkValues(*r), InkValues(*g)) << at;
         // An ink-less glyph's origin offsets only say where its empty cell was.
         bool ink = g->Ink.Width() > 0;
-        if (ink) EXPECT_EQ(r->RightExtent, g->RightExtent) << at;
+        if (ink) {
+            EXPECT_EQ(r->RightExtent, g->RightExtent) << at;
+        }
         if (vertical) {
             EXPECT_EQ(r->TopSpace, g->TopSpace) << at;
             EXPECT_EQ(r->BottomSpace, g->BottomSpace) << at;
         } else {
-            if (ink) EXPECT_EQ(r->Ascent, g->Ascent) << at;
+            if (ink) {
+                EXPECT_EQ(r->Ascent, g->Ascent) << at;
+            }
             EXPECT_EQ(r->LeftSpace, g->LeftSpace) << at;
             EXPECT_EQ(r->RightSpace, g->RightSpace) << at;
         }
