@@ -124,10 +124,6 @@ void CLetterer::BuildGlyph(CGlyph& glyph, const uint8_t* image, const RenderedCe
     }
     if (x1 == 0) x0 = y0 = 0;
     const int w = x1 - x0, h = y1 - y0;
-    Ink.resize(static_cast<std::size_t>(w) * h);
-    for (int y = 0; y < h; ++y)
-        std::memcpy(Ink.data() + static_cast<std::size_t>(y) * w,
-                    image + static_cast<std::size_t>(y0 + y) * cell.Width + x0, w);
 
     int left = 0, right = 0;
     switch (WidthType) {
@@ -149,14 +145,31 @@ void CLetterer::BuildGlyph(CGlyph& glyph, const uint8_t* image, const RenderedCe
         break;
     }
     const int originRow = cell.Baseline - y0;
+    // The glyph is filled as SetFromCell would fill it from the cropped ink at
+    // 8 bits per pixel, where the packed stream is simply one byte a pixel;
+    // going through the bit reader and writer costs a quarter of a conversion.
+    glyph.Bpp = 8;
+    glyph.Pixels.resize(static_cast<std::size_t>(w) * h);
+    uint8_t* dst = glyph.Pixels.data();
     if (!Vertical) {
-        glyph.SetFromCell(Ink.data(), w, h, 8, false, left, right, originRow);
+        for (int y = 0; y < h; ++y)
+            std::memcpy(dst + static_cast<std::size_t>(y) * w, image + static_cast<std::size_t>(y0 + y) * cell.Width + x0,
+                        w);
+        glyph.Ink = w > 0 ? InkBox{0, 0, w, h} : InkBox{};
+        glyph.LeftSpace = left;
+        glyph.RightSpace = right;
+        glyph.Ascent = originRow;
+        glyph.RightExtent = w;
         return;
     }
-    // A quarter turn clockwise: new (x, y) = old (y, h - 1 - x).
-    InkTurned.resize(Ink.size());
+    // A quarter turn clockwise into an h x w cell: new (x, y) = old (y, h - 1 - x);
+    // the origin row becomes the reference column, counted from the right.
     for (int y = 0; y < w; ++y)
         for (int x = 0; x < h; ++x)
-            InkTurned[static_cast<std::size_t>(y) * h + x] = Ink[static_cast<std::size_t>(h - 1 - x) * w + y];
-    glyph.SetFromCell(InkTurned.data(), h, w, 8, true, left, right, originRow);
+            dst[static_cast<std::size_t>(y) * h + x] = image[static_cast<std::size_t>(y0 + h - 1 - x) * cell.Width + x0 + y];
+    glyph.Ink = w > 0 ? InkBox{0, 0, h, w} : InkBox{};
+    glyph.TopSpace = left;
+    glyph.BottomSpace = right;
+    glyph.Ascent = 0;
+    glyph.RightExtent = originRow;
 }

@@ -89,8 +89,6 @@ private:
 
     std::vector<uint8_t> Coverage;
     std::vector<uint8_t> Turned;
-    std::vector<uint8_t> Ink;
-    std::vector<uint8_t> InkTurned;
 };
 
 class CRasterLetterer : public CLetterer {
