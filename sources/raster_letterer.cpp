@@ -2,14 +2,18 @@
 // the blank area around the cell marked, then measured and reduced.
 #include <algorithm>
 
+#include "core/general_exception.h"
 #include "sources/letterer.h"
 
 namespace {
 enum : uint8_t { White = 0, Black = 1, Outside = 2 };
-}
+constexpr int MaxCellSize = 4096;
+}  // namespace
 
 void CRasterLetterer::Prepare(const FontRequest& request) {
     OpenFace(request, request.Size);
+    // The whole cell is one scratch bitmap; refuse sizes no screen font has.
+    if (CellSize < 1 || CellSize > MaxCellSize) ThrowError("Internal Error:\n Fail to CreateCompatibleBitmap.");
     Grid.resize(static_cast<std::size_t>(CellSize) * CellSize);
     Result.resize(Grid.size());
 }
@@ -19,7 +23,6 @@ bool CRasterLetterer::MakeGlyph(CGlyph& glyph, char16_t code) {
     Bitmap b;
     if (!Render(code, FT_LOAD_TARGET_MONO, b)) return false;
     const int n = CellSize;
-    if (n < 1) return false;
 
     // The opaque text background covers advance x cell height; ink may
     // overhang it, which widens the measured advance as on the screen.

@@ -18,7 +18,7 @@ void CWinFontReader::CheckParameters() {
     FontLocation location;
     const FontRequest request = ParseFaceName(FaceName, Size);
     if (!ResolveFontName(request.FaceName, location))
-        ThrowError("Parameter Error:\n Font(%s) is not installed.", request.FaceName);
+        ThrowError("Parameter Error:\n Font(%s) is not installed.", FaceName);
 }
 
 void CWinFontReader::Read(CFontData& font, const CFontFilter& filter) {

@@ -100,7 +100,7 @@ TEST_F(WinFontReader, ChecksInOrder) {
     EXPECT_EQ(CheckMessage({"No Such Face", 12, 1, 3, 5, false}),
               "Parameter Error:\n Font(No Such Face) is not installed.");
     EXPECT_EQ(CheckMessage({"@/nonexistent/x.ttf", 12, 1, 0, 0, false}),
-              "Parameter Error:\n Font(/nonexistent/x.ttf) is not installed.");
+              "Parameter Error:\n Font(@/nonexistent/x.ttf) is not installed.");
     EXPECT_EQ(CheckMessage({"dejavu sans", -12, 5, 3, 5, false}), "");
     EXPECT_EQ(CheckMessage({"/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf", 12, 1, 0, 0, false}), "");
 }
@@ -177,6 +177,12 @@ TEST_F(WinFontReader, SpacesFollowWidthType) {
 
 TEST_F(WinFontReader, IpaGothicHorizontalAndVertical) {
     const int mapped = MappedCodes("IPAGothic", 16, false);
+    for (int bpp : {1, 2, 3}) {
+        auto font = Convert("IPAGothic", 16, bpp, bpp - 1, 0, bpp == 2);
+        const int expected = bpp == 1 ? MappedCodes("IPAGothic", 16, true) : mapped;
+        EXPECT_NEAR(static_cast<int>(font->GlyphCount()), expected, bpp == 1 ? 8 : 0) << bpp;
+        ExpectLevelsWithin(*font, bpp);
+    }
     auto h = Convert("IPAGothic", 16, 4, 2);
     EXPECT_EQ(static_cast<int>(h->GlyphCount()), mapped);
     ExpectLevelsWithin(*h, 4);
@@ -210,6 +216,15 @@ TEST_F(WinFontReader, IpaGothicHorizontalAndVertical) {
         EXPECT_EQ(font->FindGlyph(0x4E00)->TopSpace + font->FindGlyph(0x4E00)->Ink.Height() +
                       font->FindGlyph(0x4E00)->BottomSpace,
                   16);
+    }
+}
+
+TEST_F(WinFontReader, AbsurdSizesFailCleanly) {
+    const CFontFilter onlyA{false, {{'A', true}}};
+    EXPECT_THROW(Convert("DejaVu Sans", 100000, 1, 0, 0, false, onlyA), CGeneralException);
+    try {
+        Convert("DejaVu Sans", 100000, 4, 0, 0, false, onlyA);
+    } catch (const CGeneralException&) {
     }
 }
 
