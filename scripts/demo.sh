@@ -22,7 +22,9 @@ echo
 echo "== demo-sjis.zgly (characters without a Shift_JIS form are left out with a warning)"
 status=0
 "$bin/glyphwright-cli" convert --from-zgly "$work/demo.zgly" --to-zgly "$work/demo-sjis.zgly" \
-  --encoding shift_jis --rotation 90 || status=$?
+  --encoding shift_jis --rotation 90 2>"$work/warnings.txt" || status=$?
+head -n 3 "$work/warnings.txt"
+echo "($(grep -c '^Warning: ' "$work/warnings.txt" || true) warning lines in all)"
 if [ "$status" -eq 0 ]; then
   "$bin/glyphwright-cli" info --json "$work/demo-sjis.zgly"
 else
