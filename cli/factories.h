@@ -2,15 +2,16 @@
 // panels build them from their fields.
 #pragma once
 
+#include <filesystem>
 #include <memory>
 #include <string>
 
 #include "cli/options.h"
 #include "core/font_io.h"
 
-// "" when this build can run the options' input and output, else a line
-// saying which one is not available yet.
-std::string UnavailableReason(const CliOptions& options);
+// An .xlor path as given, or the shipped order of that name (with or without
+// its extension); anything else is returned as given for the path checks.
+std::filesystem::path ResolveGlyphOrder(const std::string& text);
 
 // Throw the panels' parameter messages as CGeneralException.
 std::unique_ptr<CFontReader> CreateReader(const CliOptions& options);

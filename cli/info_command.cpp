@@ -1,5 +1,7 @@
 #include "cli/info_command.h"
 
+#include "cli/json_text.h"
+
 #include "core/codepage.h"
 #include "core/general_exception.h"
 #include "zgly/zgly_info.h"
@@ -15,20 +17,6 @@ const char* MethodName(int method) {
     }
 }
 
-std::string JsonString(const std::string& text) {
-    std::string out = "\"";
-    for (unsigned char c : text) {
-        if (c == '"' || c == '\\') {
-            out += '\\';
-            out += static_cast<char>(c);
-        } else if (c < 0x20) {
-            out += FormatString("\\u%04X", static_cast<int>(c));
-        } else {
-            out += static_cast<char>(c);
-        }
-    }
-    return out + "\"";
-}
 
 const char* Bool(bool b) { return b ? "true" : "false"; }
 

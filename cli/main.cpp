@@ -10,8 +10,10 @@
 #include "cli/cli_progress.h"
 #include "cli/factories.h"
 #include "cli/info_command.h"
+#include "cli/list_commands.h"
 #include "cli/options.h"
 #include "core/conversion.h"
+#include "xmlfiles/glyph_order_files.h"
 
 namespace {
 
@@ -23,10 +25,6 @@ int UsageError(const std::string& problem) {
 }
 
 int RunConvert(const CliOptions& options) {
-    if (std::string reason = UnavailableReason(options); !reason.empty()) {
-        std::fprintf(stderr, "glyphwright-cli: %s\n", reason.c_str());
-        return ExitUsage;
-    }
     CCliPgCtrl::InstallInterruptHandler();
     CCliFrontEnd frontEnd(options);
     ConversionOutcome outcome;
@@ -53,11 +51,14 @@ int main(int argc, char** argv) {
     } catch (const CUsageError& e) {
         return UsageError(e.what());
     }
+    CXmlPlatform xml;
     switch (options.Command) {
     case CliCommand::Help: std::fputs(HelpText(), stdout); return ExitDone;
     case CliCommand::Version: std::printf("glyphwright-cli %s\n", GLYPHWRIGHT_VERSION); return ExitDone;
     case CliCommand::Info: return RunInfoCommand(options.InfoPath, options.Json, stdout, stderr);
     case CliCommand::Convert: return RunConvert(options);
+    case CliCommand::ListOrders: return RunListOrders(options.Json, stdout, stderr);
+    case CliCommand::ListFonts: return RunListFonts(options.Json, stdout);
     }
     return ExitUsage;
 }

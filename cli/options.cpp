@@ -163,6 +163,7 @@ CliOptions ParseConvert(const std::vector<std::string>& args) {
     if (o.Input == InputKind::Font) {
         if (size.has_value() == cellHeight.has_value()) Fail("--from-font needs exactly one of --size and --cell-height");
         // "Use Windows Size" passes the character height as a negative size.
+        o.FontSizeGiven = size ? *size : *cellHeight;
         o.FontSize = size ? -*size : *cellHeight;
     }
     if (haveCell && haveMargins) Fail("--cell and --margins exclude each other");
@@ -209,12 +210,23 @@ CliOptions ParseCommandLine(const std::vector<std::string>& args) {
         if (o.InfoPath.empty()) Fail("info needs a ZGLY file");
         return o;
     }
+    if (command == "list-orders" || command == "list-fonts") {
+        CliOptions o;
+        o.Command = command == "list-orders" ? CliCommand::ListOrders : CliCommand::ListFonts;
+        for (const auto& a : rest) {
+            if (a != "--json") Fail("unknown option '" + a + "'");
+            if (o.Json) Fail("--json is given twice");
+            o.Json = true;
+        }
+        return o;
+    }
     Fail("unknown command '" + command + "'");
 }
 
 const char* UsageHint() {
     return "usage: glyphwright-cli convert INPUT OUTPUT [--filter FILE.xllt] [--quiet]\n"
            "       glyphwright-cli info FILE.zgly [--json]\n"
+           "       glyphwright-cli list-orders [--json] | list-fonts [--json]\n"
            "       glyphwright-cli --help | --version\n"
            "Try 'glyphwright-cli --help' for the inputs and outputs.\n";
 }
@@ -234,7 +246,10 @@ const char* HelpText() {
            "                   [--line-height N] [--default-left N] [--default-width N] [--default-right N]\n"
            "                   [--rotation 0|90|180|270]\n"
            "    --to-bmp FILE --to-order ORDER [--no-grid] [--cell WxH [--offset X,Y]] [--margins L,T[,R,B]]\n"
+           "  ORDER is a path to an .xlor file or the name of a shipped one (see list-orders).\n"
            "glyphwright-cli info FILE.zgly [--json]\n"
+           "glyphwright-cli list-orders [--json]    the shipped glyph order files\n"
+           "glyphwright-cli list-fonts [--json]     the installed font families\n"
            "glyphwright-cli --help | --version\n"
            "\n"
            "Exit status: 0 done, 1 conversion error (message on stderr), 2 usage error, 130 cancelled (Ctrl-C).\n";

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-enum class CliCommand { Convert, Info, Help, Version };
+enum class CliCommand { Convert, Info, ListOrders, ListFonts, Help, Version };
 enum class InputKind { None, Zgly, Bmp, Font, Lc };
 enum class OutputKind { None, Zgly, Bmp };
 
@@ -25,6 +25,7 @@ struct CliOptions {
     int BmpBpp = 1;                // --colors 2|4|8|16
     std::string FontFace;          // --from-font
     int FontSize = 0;              // negative: character height (--size); positive: cell height
+    int FontSizeGiven = 0;         // the number as typed after --size or --cell-height
     int FontBpp = 1;               // --levels 2|4|8|16
     int WidthType = 1;             // glyph, keep-space, margin, fixed
     int FixedWidth = 16;
@@ -53,7 +54,7 @@ struct CliOptions {
     std::string FilterPath;
     bool Quiet = false;
 
-    // info
+    // info, list-orders, list-fonts
     std::string InfoPath;
     bool Json = false;
 };
