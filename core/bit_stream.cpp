@@ -35,7 +35,10 @@ void CBitWriter::WriteRepeated(int bits, int count, uint32_t value) {
 }
 
 void CBitWriter::Skip(int bits) {
-    if (BitsFree < 8) Current |= static_cast<uint8_t>(*Out & ((1u << BitsFree) - 1));
+    if (bits < 1) return;
+    // The skipped span keeps the destination's bits, also when the skip
+    // starts on a byte boundary (BitsFree 8 takes the whole byte).
+    Current |= static_cast<uint8_t>(*Out & ((1u << BitsFree) - 1));
     if (BitsFree > bits) {
         BitsFree -= bits;
         Current &= static_cast<uint8_t>(~((1u << BitsFree) - 1));
@@ -89,9 +92,13 @@ void CBitReader::Skip(int bits) {
     if (bits > BitsLeft) {
         int old = BitsLeft;
         In += (bits - old) / 8;
+        bits = (bits - old) % 8;
+        BitsLeft = 0;
+        // Ending on a byte boundary loads nothing: the next Read does, so a
+        // skip to the end of the buffer never reads past it.
+        if (bits == 0) return;
         Current = *In++;
         BitsLeft = 8;
-        bits = (bits - old) % 8;
     }
     BitsLeft -= bits;
 }

@@ -1,5 +1,6 @@
 #include "core/conversion.h"
 
+#include <exception>
 #include <new>
 
 #include "core/font_data.h"
@@ -83,6 +84,9 @@ ConversionOutcome RunConversion(CConversionFrontEnd& ui, CPgCtrl& pg) {
         outcome = ConversionOutcome::Canceled;
     } catch (const std::bad_alloc&) {
         ShowError(ui, pg, "Internal Error:\n Out of memory.");
+    } catch (const std::exception& e) {
+        // A library failure still ends the run with a message, never a crash.
+        ShowError(ui, pg, FormatString("Internal Error:\n %s", e.what()));
     }
 
     writer.reset();

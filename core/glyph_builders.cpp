@@ -138,6 +138,6 @@ void RenderToCell(const CGlyph& glyph, uint8_t* dst, int cellWidth, int cellHeig
         }
         w.WriteRepeated(bpp, after, 0);
     }
-    w.WriteRepeated(bpp, cellHeight - above - ih, 0);
+    w.WriteRepeated(bpp, (cellHeight - above - ih) * cellWidth, 0);
     w.Flush();
 }

@@ -12,9 +12,11 @@ void CHeadlessPgCtrl::SetStatus(const std::string& text) {
 
 void CHeadlessPgCtrl::AddWarning(const std::string& text) { Warnings.push_back(text); }
 
-void CHeadlessPgCtrl::ShowProgress(int pos, int range) {
-    (void)pos;
-    (void)range;
-    ++VisibleSteps;
-    if (CancelAt > 0 && VisibleSteps >= CancelAt) CancelRequested = true;
+void CHeadlessPgCtrl::StepProgress(int d) {
+    const int divisor = ProgressDivisor();
+    if ((ProgressPos() + d) / divisor != ProgressPos() / divisor) {
+        ++VisibleSteps;
+        if (CancelAt > 0 && VisibleSteps >= CancelAt) CancelRequested = true;
+    }
+    CSteppedPgCtrl::StepProgress(d);
 }

@@ -12,6 +12,7 @@ public:
     bool IsCanceled() override;
     void SetStatus(const std::string& text) override;
     void AddWarning(const std::string& text) override;
+    void StepProgress(int d) override;
 
     // Asks for cancellation at the n-th visible progress step from now (1 = next);
     // 0 never.
@@ -21,10 +22,11 @@ public:
 
     std::vector<std::string> Statuses;
     std::vector<std::string> Warnings;
+    // Steps that moved the visible bar (resets and range changes do not count).
     int VisibleSteps = 0;
 
 protected:
-    void ShowProgress(int pos, int range) override;
+    void ShowProgress(int, int) override {}
     void PumpEvents() override {}
 
 private:

@@ -1,1 +1,74 @@
+#include "core/packed_image.h"
+
 #include <gtest/gtest.h>
+
+#include "packed_reference.h"
+
+namespace {
+
+TEST(PackedImage, RotatesThreeByOne) {
+    // a b c = 1 2 3 at 4 bits
+    const std::vector<uint8_t> src = PackRef({1, 2, 3}, 4);
+    std::vector<uint8_t> dst(2, 0xFF);
+    RotateClockwise(dst.data(), src.data(), 3, 1, 4);
+    EXPECT_EQ(UnpackRef(dst, 3, 4), (std::vector<uint32_t>{1, 2, 3}));  // a / b / c
+    EXPECT_EQ(dst[1] & 0x0F, 0);
+    RotateCounterClockwise(dst.data(), src.data(), 3, 1, 4);
+    EXPECT_EQ(UnpackRef(dst, 3, 4), (std::vector<uint32_t>{3, 2, 1}));  // c / b / a
+    Rotate180(dst.data(), src.data(), 3, 1, 4);
+    EXPECT_EQ(UnpackRef(dst, 3, 4), (std::vector<uint32_t>{3, 2, 1}));
+}
+
+TEST(PackedImage, RotatesMultiBitImagesInPlace) {
+    const int w = 3, h = 2, bpp = 3;
+    const std::vector<uint32_t> px = {1, 2, 3,
+                                      4, 5, 6};
+    auto img = PackRef(px, bpp);
+    RotateClockwise(img.data(), img.data(), w, h, bpp);  // 2 wide, 3 high
+    EXPECT_EQ(UnpackRef(img, 6, bpp), (std::vector<uint32_t>{4, 1, 5, 2, 6, 3}));
+    RotateCounterClockwise(img.data(), img.data(), h, w, bpp);  // back
+    EXPECT_EQ(UnpackRef(img, 6, bpp), px);
+    RotateCounterClockwise(img.data(), img.data(), w, h, bpp);
+    EXPECT_EQ(UnpackRef(img, 6, bpp), (std::vector<uint32_t>{3, 6, 2, 5, 1, 4}));
+    img = PackRef(px, bpp);
+    Rotate180(img.data(), img.data(), w, h, bpp);
+    EXPECT_EQ(UnpackRef(img, 6, bpp), (std::vector<uint32_t>{6, 5, 4, 3, 2, 1}));
+}
+
+TEST(PackedImage, CopyRectKeepsNeighbours) {
+    // 1 bpp: two zero pixels into the middle of the second row's byte.
+    std::vector<uint8_t> dst = {0xFF, 0xFF, 0xFF};
+    const std::vector<uint8_t> zeros = {0x00};
+    CopyRect(dst.data(), zeros.data(), 2, 8, 0, 0, 2, 1, 3, 1, 1);
+    EXPECT_EQ(dst, (std::vector<uint8_t>{0xFF, 0xE7, 0xFF}));
+    CopyRect(dst.data(), zeros.data(), 2, 8, 0, 0, 0, 1, 0, 0, 1);  // w < 1: nothing
+    EXPECT_EQ(dst[0], 0xFF);
+
+    // 3 bpp: the 2 x 2 block at (1, 1) of a 4 x 3 source to (2, 0) of a 5 x 3 destination.
+    std::vector<uint32_t> src(12), expect(15, 7);
+    for (int i = 0; i < 12; ++i) src[i] = static_cast<uint32_t>(i % 7);
+    auto srcBytes = PackRef(src, 3);
+    auto dstBytes = PackRef(expect, 3);
+    for (int y = 0; y < 2; ++y)
+        for (int x = 0; x < 2; ++x) expect[y * 5 + 2 + x] = src[(1 + y) * 4 + 1 + x];
+    CopyRect(dstBytes.data(), srcBytes.data(), 4, 5, 1, 1, 2, 2, 2, 0, 3);
+    EXPECT_EQ(UnpackRef(dstBytes, 15, 3), expect);
+    EXPECT_EQ(dstBytes, PackRef(expect, 3));  // trailing bits untouched too
+}
+
+TEST(PackedImage, FindsInkBox) {
+    InkBox box{9, 9, 9, 9};
+    auto img = PackRef({0, 0, 0, 0,
+                        0, 0, 2, 0,
+                        0, 1, 0, 0}, 2);
+    EXPECT_TRUE(FindInkBox(box, img.data(), 4, 3, 2, 0));
+    EXPECT_EQ((std::vector<int>{box.X0, box.Y0, box.X1, box.Y1}), (std::vector<int>{1, 1, 3, 3}));
+    auto blank = PackRef(std::vector<uint32_t>(12, 3), 2);
+    EXPECT_FALSE(FindInkBox(box, blank.data(), 4, 3, 2, 3));
+    EXPECT_EQ((std::vector<int>{box.X0, box.Y0, box.X1, box.Y1}), (std::vector<int>{0, 0, 0, 0}));
+    // Against a non-zero background every other value is ink, 0 included.
+    EXPECT_TRUE(FindInkBox(box, img.data(), 4, 3, 2, 3));
+    EXPECT_EQ((std::vector<int>{box.X0, box.Y0, box.X1, box.Y1}), (std::vector<int>{0, 0, 4, 3}));
+}
+
+}  // namespace

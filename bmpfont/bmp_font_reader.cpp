@@ -1,0 +1,261 @@
+#include "bmpfont/bmp_font_reader.h"
+
+#include <algorithm>
+#include <memory>
+#include <vector>
+
+#include "bmpfont/bmp_file.h"
+#include "core/bit_stream.h"
+#include "core/bmp_image.h"
+#include "core/font_data.h"
+#include "core/font_filter.h"
+#include "core/general_exception.h"
+#include "core/glyph_order.h"
+#include "core/pg_ctrl.h"
+#include "xmlfiles/glyph_order_files.h"
+#include "zgly/binary_file.h"
+
+namespace {
+
+constexpr uint32_t White = 0x00FFFFFF;
+
+// The grid of a picture read against a glyph order.
+struct GridGeometry {
+    int Columns = 0, Rows = 0;
+    int PitchX = 0, PitchY = 0;
+    bool Vertical = false;
+    int AreaW = 0, AreaH = 0;
+    int LineLength() const { return Vertical ? AreaH : AreaW; }
+};
+
+void CheckGridSize(const CBmpImage& pic, const CGlyphOrder& order, const std::filesystem::path& orderPath) {
+    // An order without cells has no pitch to divide the picture by.
+    if (order.Width < 1 || order.Height < 1) ThrowError("BMP Error:\n Glyph order(%s) has no cells.", orderPath);
+    int pitchX = pic.Width / order.Width, pitchY = pic.Height / order.Height;
+    if (pitchX - 4 < 1)
+        ThrowError("BMP Error:\n BMP width(%d) too small. Must be >= %d", pic.Width, 4ll * order.Width);
+    if (pitchY - 4 < 1)
+        ThrowError("BMP Error:\n BMP height(%d) too small. Must be >= %d", pic.Height, 4ll * order.Height);
+    if (pic.Bpp < 1 || pic.Bpp > 8) ThrowError("BMP Error:\n Unsupported BMP bpp(%d).", pic.Bpp);
+    if (pitchX * order.Width != pic.Width)
+        ThrowError("BMP Error:\n BMP width(%d) is not multiply of horizontal number of blocks(%d)", pic.Width,
+                   order.Width);
+    if (pitchY * order.Height != pic.Height)
+        ThrowError("BMP Error:\n BMP height(%d) is not multiply of vertical number of blocks(%d)", pic.Height,
+                   order.Height);
+}
+
+GridGeometry MeasureGrid(const CBmpImage& pic, const CGlyphOrder& order) {
+    GridGeometry g;
+    g.Columns = order.Width;
+    g.Rows = order.Height;
+    g.PitchX = pic.Width / g.Columns;
+    g.PitchY = pic.Height / g.Rows;
+    uint32_t corner = pic.GetPixel(0, 0);
+    g.Vertical = corner == pic.GetPixel(0, g.PitchY - 3) && pic.GetPixel(2, 0) != corner;
+    g.AreaW = g.PitchX - (g.Vertical ? 6 : 4);
+    g.AreaH = g.PitchY - (g.Vertical ? 4 : 6);
+    return g;
+}
+
+int FindWhite(const CBmpImage& pic) {
+    int white = pic.FindColor(White, 0);
+    if (white < 0) throw CGeneralException("BMP Error:\n Color white not found in BMP.");
+    return white;
+}
+
+// Palette index -> grey level: white is background, index 0 stands for the
+// white index's value, values beyond the font's levels are background.
+class CColorModel {
+public:
+    CColorModel(int white, int fontBpp) : WhiteIndex(static_cast<uint32_t>(white)), MaxLevel((1u << fontBpp) - 1) {}
+    uint32_t Level(uint32_t p) const {
+        if (p == WhiteIndex) return 0;
+        uint32_t value = p == 0 ? WhiteIndex : p;
+        return value > MaxLevel ? 0 : value;
+    }
+    uint32_t WhiteIndex;
+    uint32_t MaxLevel;
+};
+
+// Position of the single pixel that differs from the rest, or count.
+int FindMarker(const uint8_t* pixels, int count, uint32_t white, int bpp) {
+    CBitReader r;
+    r.Start(pixels);
+    int whites = 0, lastWhite = count, lastOther = count;
+    for (int i = 0; i < count; ++i) {
+        if (r.ReadValue(bpp) == white) {
+            ++whites;
+            lastWhite = i;
+        } else {
+            lastOther = i;
+        }
+    }
+    if (count <= 0 || whites == 0 || whites == count) return count;
+    if (whites == 1) return lastWhite;
+    if (whites == count - 1) return lastOther;
+    throw CGeneralException("BMP Error:\n BMP has no baseline info.");
+}
+
+struct LineMargins {
+    int Before = 0, After = 0;
+};
+
+LineMargins MeasureWidthLine(const uint8_t* pixels, int count, uint32_t white, int bpp) {
+    enum { Leading, Inside, Trailing } state = Leading;
+    LineMargins m;
+    CBitReader r;
+    r.Start(pixels);
+    for (int i = 0; i < count; ++i) {
+        bool isWhite = r.ReadValue(bpp) == white;
+        if (state == Leading) {
+            if (isWhite)
+                ++m.Before;
+            else
+                state = Inside;
+        } else if (isWhite) {
+            ++m.After;
+            state = Trailing;
+        }
+    }
+    return m;
+}
+
+void ToLevels(uint8_t* pixels, int count, int bpp, const CColorModel& colors) {
+    CBitReader r;
+    r.Start(pixels);
+    CBitWriter w;
+    w.Start(pixels);
+    for (int i = 0; i < count; ++i) {
+        w.WriteValue(bpp, colors.Level(r.ReadValue(bpp)));
+        w.MarkPending();
+    }
+    w.Flush();
+}
+
+bool IsBlankCell(const uint8_t* pixels, int count, int bpp, const CColorModel& colors) {
+    CBitReader r;
+    r.Start(pixels);
+    for (int i = 0; i < count; ++i)
+        if (colors.Level(r.ReadValue(bpp)) != 0) return false;
+    return true;
+}
+
+bool SameColor(const CBmpImage& pic, int x, int y, int dx, int dy, int count, uint32_t color) {
+    for (int i = 0; i < count; ++i)
+        if (pic.GetPixel(x + i * dx, y + i * dy) != color) return false;
+    return true;
+}
+
+// The frame just inside the outer frame, and the separator, are of one colour.
+bool CheckCellFrame(const CBmpImage& pic, int x, int y, int w, int h, bool vertical) {
+    uint32_t c = pic.GetPixel(x, y);
+    if (!SameColor(pic, x, y, 1, 0, w, c) || !SameColor(pic, x, y + h - 1, 1, 0, w, c) ||
+        !SameColor(pic, x, y, 0, 1, h, c) || !SameColor(pic, x + w - 1, y, 0, 1, h, c))
+        return false;
+    return vertical ? SameColor(pic, x + 2, y, 0, 1, h, c) : SameColor(pic, x, y + h - 3, 1, 0, w, c);
+}
+
+// The picture and its order, loaded and checked as both the parameter check and
+// the reading need them.
+struct LoadedGrid {
+    CBmpImage Picture;
+    CGlyphOrder Order;
+    GridGeometry Geometry;
+};
+
+std::unique_ptr<LoadedGrid> LoadGrid(const std::filesystem::path& path, const std::filesystem::path& orderPath,
+                                     int columnsRowsProgress) {
+    auto grid = std::make_unique<LoadedGrid>();
+    CBinaryFile file(path);
+    LoadBmp(file, grid->Picture);
+    grid->Order.Load(orderPath);
+    CheckGridSize(grid->Picture, grid->Order, orderPath);
+    if (columnsRowsProgress) g_pPgCtrl->SetProgressRange(grid->Order.Width * grid->Order.Height);
+    grid->Geometry = MeasureGrid(grid->Picture, grid->Order);
+    return grid;
+}
+
+}  // namespace
+
+void CBmpFontReader::CheckParameters() {
+    CheckBmpFile(Path);
+    CheckGlyphOrderFile(OrderPath);
+    if (Bpp < 1 || Bpp > 8) ThrowError("Internal Error:\n Bpp(%d) out of range.", Bpp);
+    auto grid = LoadGrid(Path, OrderPath, 0);
+    const GridGeometry& g = grid->Geometry;
+    FindWhite(grid->Picture);
+    for (int r = 0; r < g.Rows; ++r)
+        for (int c = 0; c < g.Columns; ++c) {
+            g_pPgCtrl->StepProgress(1);
+            if (grid->Order.GetCode(c, r) == NoCode) continue;
+            int x0 = c * g.PitchX, y0 = r * g.PitchY;
+            if (!CheckCellFrame(grid->Picture, x0 + 1, y0 + 1, g.PitchX - 2, g.PitchY - 2, g.Vertical))
+                ReportWarning(g_pPgCtrl, "More than one color detected in margin area at (%d,%d).",
+                              x0 + g.PitchX / 2, y0 + g.PitchY / 2);
+        }
+}
+
+void CBmpFontReader::Read(CFontData& font, const CFontFilter& filter) {
+    g_pPgCtrl->SetStatus(" Reading BMP...");
+    g_pPgCtrl->ResetProgress();
+    font.Bpp.Set(Bpp);
+    auto grid = LoadGrid(Path, OrderPath, 1);
+    const CBmpImage& pic = grid->Picture;
+    const GridGeometry& g = grid->Geometry;
+    font.IsVertical.Set(g.Vertical);
+
+    int bpp = pic.Bpp;
+    std::vector<uint8_t> cell(PackedBytes(g.AreaW, g.AreaH, bpp));
+    std::vector<uint8_t> line(static_cast<std::size_t>(std::max(g.PitchX, g.PitchY)));
+
+    int white = FindWhite(pic);
+    int second = pic.FindColor(White, white + 1);
+    if (second >= 0 && second < (1 << Bpp)) ReportWarning(g_pPgCtrl, "2 or more white colors are found.");
+    CColorModel colors(white, Bpp);
+    uint32_t whiteIndex = static_cast<uint32_t>(white);
+
+    // One baseline for every cell, from the marks in the top-left cell's border.
+    int baseline;
+    if (!g.Vertical) {
+        pic.ExtractRect(line.data(), 0, 2, 1, g.AreaH);
+        baseline = FindMarker(line.data(), g.AreaH, whiteIndex, bpp);
+    } else {
+        pic.ExtractRect(line.data(), 4, 0, g.AreaW, 1);
+        baseline = g.AreaW - FindMarker(line.data(), g.AreaW, whiteIndex, bpp) - 1;
+    }
+
+    font.ReserveGlyphs(static_cast<std::size_t>(g.Columns) * g.Rows);
+    int cellPixels = g.AreaW * g.AreaH;
+    int glyphLeft = g.Vertical ? 4 : 2;
+    for (int r = 0; r < g.Rows; ++r)
+        for (int c = 0; c < g.Columns; ++c) {
+            uint16_t code = grid->Order.GetCode(c, r);
+            g_pPgCtrl->StepProgress(1);
+            int x0 = c * g.PitchX, y0 = r * g.PitchY;
+            if (code != NoCode && filter.IsExcluded(code)) continue;
+            pic.ExtractRect(cell.data(), x0 + glyphLeft, y0 + 2, g.AreaW, g.AreaH);
+            if (g.Vertical)
+                pic.ExtractRect(line.data(), x0 + 2, y0 + 2, 1, g.AreaH);
+            else
+                pic.ExtractRect(line.data(), x0 + 2, y0 + g.AreaH + 3, g.AreaW, 1);
+            LineMargins m = MeasureWidthLine(line.data(), g.LineLength(), whiteIndex, bpp);
+            if (code == NoCode) {
+                bool clean = IsBlankCell(cell.data(), cellPixels, bpp, colors) &&
+                             (m.Before == g.LineLength() || m.After == 0);
+                if (!clean)
+                    ReportWarning(g_pPgCtrl,
+                                  "BMP position (%d, %d) is <null/> in %s, but the cell include non-white color.",
+                                  x0 + g.PitchX / 2, y0 + g.PitchY / 2, OrderPath);
+                continue;
+            }
+            ToLevels(cell.data(), cellPixels, bpp, colors);
+            auto glyph = std::make_unique<CGlyph>();
+            glyph->SetFromCellWithMargins(cell.data(), g.AreaW, g.AreaH, bpp, g.Vertical, m.Before, m.After,
+                                          baseline);
+            bool empty = g.Vertical
+                             ? glyph->TopSpace == 0 && glyph->Ink.Y1 == glyph->Ink.Y0 && glyph->BottomSpace == 0
+                             : glyph->LeftSpace == 0 && glyph->Ink.X1 == glyph->Ink.X0 && glyph->RightSpace == 0;
+            if (!empty) font.AddGlyph(std::move(glyph), code);
+        }
+}

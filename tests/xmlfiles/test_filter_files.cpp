@@ -1,0 +1,48 @@
+#include <gtest/gtest.h>
+
+#include "core/font_filter.h"
+#include "xmlfiles/test_support.h"
+
+namespace {
+
+std::string List(const std::string& body, const std::string& root = "<letter-list version=\"1.0\">") {
+    return root + body + "</letter-list>";
+}
+
+}  // namespace
+
+TEST(FilterFile, ReadsLettersCodesAndTheSpace) {
+    CTempDir dir;
+    CFontFilter f;
+    f.Load(dir.Write("f.xllt", List("<head><title>ignored XYZ</title></head><body><letter>ABC abc\n\t</letter>"
+                                    "<Letter><CODE>0x3042</CODE><code> 66</code><x>D</x></Letter></body>")));
+    EXPECT_FALSE(f.PassAll);
+    std::map<uint16_t, bool> want{{' ', true}, {'A', true}, {'B', true}, {'C', true}, {'D', true},
+                                  {'a', true}, {'b', true}, {'c', true}, {0x3042, true}};
+    EXPECT_EQ(f.Letters, want);
+    EXPECT_TRUE(f.IsExcluded('X'));
+    EXPECT_FALSE(f.IsExcluded(' '));
+}
+
+TEST(FilterFile, RefusesBadFilesWithTheirMessages) {
+    CTempDir dir;
+    auto err = [&](const std::string& text) {
+        CFontFilter f;
+        return ErrorOf([&] { f.Load(dir.Write("f.xllt", text)); });
+    };
+    EXPECT_EQ(err(List("<body><code>1</code></body>")), "XML Error:\n <code> must be in <letter>");
+    EXPECT_EQ(err(List("<body><sp/></body>")), "XML Error:\n <sp> must be in <letter>");
+    EXPECT_EQ(err(List("<letter>A</letter>")), "XML Error:\n <letter> must be in <body>");
+    EXPECT_EQ(err(List("<x><body/></x>")), "XML Error:\n <body> must be in <letter-list>");
+    EXPECT_EQ(err(List("<body/>", "<letter-list version=\"0.9\">")),
+              "XML Error:\n letter-list version mismatch(0.9: must be 1.0)");
+    std::string broken = err("<letter-list version=\"1.0\"><body>");
+    EXPECT_EQ(broken.rfind("XML Error:\n " + (dir / "f.xllt").string() + " : line 1 : column ", 0), 0u) << broken;
+    // A document that only draws a parser warning still fails as a filter.
+    std::string warned = err("<?xml version=\"1.0\"?><!DOCTYPE letter-list [<!ELEMENT letter-list ANY><!ELEMENT body ANY>"
+                             "<!ATTLIST letter-list version CDATA #IMPLIED>"
+                             "<!ATTLIST letter-list version CDATA #IMPLIED>]>" +
+                             List("<body/>"));
+    EXPECT_EQ(warned.rfind("XML Error:\n ", 0), 0u) << warned;
+    EXPECT_NE(warned.find("already been declared"), std::string::npos) << warned;
+}

@@ -1,0 +1,159 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <map>
+
+#include "core/glyph_order.h"
+#include "core/headless_pg_ctrl.h"
+#include "xmlfiles/glyph_order_files.h"
+#include "xmlfiles/test_support.h"
+
+namespace {
+
+std::string Order(const std::string& body, const std::string& root = "<letter-order version=\"1.0\">") {
+    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>" + root + body + "</letter-order>";
+}
+
+CGlyphOrder LoadOrder(const CTempDir& dir, const std::string& text) {
+    CGlyphOrder order;
+    order.Load(dir.Write("o.xlor", text));
+    return order;
+}
+
+}  // namespace
+
+TEST(GlyphOrderFile, ReadsCellsRowByRow) {
+    CTempDir dir;
+    CGlyphOrder o = LoadOrder(dir, Order("<head><title>Digits</title><comment>test</comment></head><body>"
+                                         "<area width=\"4\"/><order>0123 4567<sp/><null/><code>0x3042</code>"
+                                         "</order></body>"));
+    EXPECT_TRUE(o.Loaded);
+    EXPECT_EQ(o.Width, 4);
+    EXPECT_EQ(o.Height, 3);
+    EXPECT_EQ(o.GetCode(0, 0), u'0');
+    EXPECT_EQ(o.GetCode(0, 2), 0x20);
+    EXPECT_EQ(o.GetCode(1, 2), NoCode);
+    EXPECT_EQ(o.GetCode(2, 2), 0x3042);
+    EXPECT_EQ(o.GetCode(3, 2), NoCode);
+
+    // Numbers in every base, the low 16 bits, and a second text piece as plain text.
+    o = LoadOrder(dir, Order("<BODY><Order><code>65</code><code>010</code><code>0x1FFFF</code><code>x</code>"
+                             "<code></code><code>0xFFFF</code>A B\n\t&#x10000;</Order></BODY>"));
+    std::vector<uint16_t> want{0x41, 0x08, 0xFFFF, 0, 0xFFFF, 'A', 'B', 0xD800, 0xDC00};
+    EXPECT_EQ(o.Codes, want);
+    EXPECT_EQ(o.Width, 16);
+    EXPECT_EQ(o.Height, 1);
+
+    // A given height stands whatever the number of codes.
+    o = LoadOrder(dir, Order("<body><area width=\"16\" height=\"8\"/><order>" + std::string(100, 'x') +
+                             "</order></body>"));
+    EXPECT_EQ(o.Height, 8);
+    EXPECT_EQ(o.GetCode(15, 5), 'x');
+    EXPECT_EQ(o.GetCode(3, 6), 'x');
+    EXPECT_EQ(o.GetCode(4, 6), NoCode);
+
+    // Parser warnings change nothing for an order.
+    o = LoadOrder(dir, "<?xml version=\"1.0\"?><!DOCTYPE letter-order [<!ELEMENT letter-order ANY><!ELEMENT body ANY><!ELEMENT order ANY>"
+                       "<!ATTLIST letter-order version CDATA #IMPLIED><!ATTLIST letter-order version CDATA #IMPLIED>]>"
+                           "<letter-order version=\"1.0\"><body><order></order></body></letter-order>");
+    EXPECT_EQ(o.Height, 0);
+    EXPECT_TRUE(o.Loaded);
+}
+
+TEST(GlyphOrderFile, RefusesBadFilesWithTheirMessages) {
+    CTempDir dir;
+    auto err = [&](const std::string& text) { return ErrorOf([&] { LoadOrder(dir, text); }); };
+    EXPECT_EQ(err(Order("<body><area width=\"0\"/></body>")), "XML Error:\n Invalid order width(=0).");
+    EXPECT_EQ(err(Order("<body><area width=\"-3\"/></body>")), "XML Error:\n Invalid order width(=-3).");
+    EXPECT_EQ(err(Order("<body><area height=\"0\"/><order>A</order></body>")),
+              "XML Error:\n Invalid order height(=0).");
+    EXPECT_EQ(err(Order("<order>A</order>")), "XML Error:\n <order> must be in <body>");
+    EXPECT_EQ(err(Order("<body><null/></body>")), "XML Error:\n <null> must be in <order>");
+    EXPECT_EQ(err(Order("<x><body/></x>")), "XML Error:\n <body> must be in <letter-order>");
+    EXPECT_EQ(err(Order("<body/>", "<letter-order version=\"1.1\">")),
+              "XML Error:\n letter-order version mismatch(1.1: must be 1.0)");
+    EXPECT_EQ(err(Order("<body/>", "<letter-order>")),
+              "XML Error:\n letter-order version mismatch((null): must be 1.0)");
+    // The nesting error is raised at once; the mismatch would only count at the end.
+    EXPECT_EQ(err(Order("<order/>", "<letter-order version=\"2\">")), "XML Error:\n <order> must be in <body>");
+    std::string broken = err("<letter-order version=\"1.0\">\n<body></letter-order>");
+    EXPECT_EQ(broken.rfind("XML Error:\n " + (dir / "o.xlor").string() + " : line 2 : column ", 0), 0u) << broken;
+    EXPECT_NE(broken.find("\n\n "), std::string::npos);
+    EXPECT_EQ(err(Order("<body><area width=\"abc\"/></body>")).rfind("XML Error:\n ", 0), 0u);
+    EXPECT_EQ(err("").rfind("XML Error:\n ", 0), 0u);
+    EXPECT_EQ(ErrorOf([&] { CheckGlyphOrderFile(dir / "missing.xlor"); }),
+              "Parameter Error:\n File(" + (dir / "missing.xlor").string() + ") not exists.");
+}
+
+TEST(GlyphOrderFile, HeadReaderReadsTitleAndComment) {
+    CTempDir dir;
+    GlyphOrderInfo info;
+    LoadGlyphOrderInfo(info, dir.Write("Head.xlor", Order("<HEAD><Title> a<b>x</b>c </Title><comment>c1\nc2</comment>"
+                                                          "</HEAD><body><order>AB</order></body>")));
+    EXPECT_EQ(info.Title, " axc ");
+    EXPECT_EQ(info.Comment, "c1\nc2");
+    EXPECT_EQ(info.FileName, "Head.xlor");
+    EXPECT_EQ(info.Path, dir / "Head.xlor");
+
+    // Any root name is accepted by the head reader, without a version check.
+    GlyphOrderInfo other;
+    LoadGlyphOrderInfo(other, dir.Write("L.xlor", "<letter-list><head><title>T</title></head></letter-list>"));
+    EXPECT_EQ(other.Title, "T");
+
+    auto err = [&](const std::string& text) {
+        GlyphOrderInfo i;
+        return ErrorOf([&] { LoadGlyphOrderInfo(i, dir.Write("e.xlor", text)); });
+    };
+    EXPECT_EQ(err(Order("<body/>", "<letter-order version=\"1.1\">")),
+              "XML Error:\n letter-order version mismatch(1.1: must be 1.0)\n");
+    EXPECT_EQ(err(Order("<title>x</title>")), "<title> must be in <head>");
+    EXPECT_EQ(err(Order("<body><head/></body>")), "<head> must be in <letter-order>");
+    EXPECT_EQ(err(Order("<head><x><comment/></x></head>")), "<comment> must be in <head>");
+}
+
+TEST(GlyphOrderFile, SearchListsLoadableOrdersAndWarnsAboutOthers) {
+    CTempDir dir;
+    dir.Write("good.xlor", Order("<head><title>Good</title></head>"));
+    dir.Write("UPPER.XLOR", Order(""));
+    dir.Write("bad.xlor", Order("", "<letter-order version=\"1.1\">"));
+    dir.Write("x.xlor.bak", Order(""));
+    CHeadlessPgCtrl pg;
+    CPgCtrl* saved = g_pPgCtrl;
+    g_pPgCtrl = &pg;
+    std::vector<GlyphOrderInfo> list;
+    FindGlyphOrderFilesIn(list, {dir.Dir, dir / "missing"});
+    g_pPgCtrl = saved;
+    ASSERT_EQ(list.size(), 2u);
+    EXPECT_EQ(list[0].FileName, "UPPER.XLOR");
+    EXPECT_EQ(list[1].Title, "Good");
+    ASSERT_EQ(pg.Warnings.size(), 1u);
+    EXPECT_EQ(pg.Warnings[0], "XML Error:\n letter-order version mismatch(1.1: must be 1.0)\n");
+}
+
+TEST(GlyphOrderFile, ShippedOrdersLoad) {
+    std::vector<GlyphOrderInfo> list;
+    FindGlyphOrderFiles(list);
+    std::map<std::string, std::pair<int, int>> sizes{{"ASCII.xlor", {16, 6}},
+                                                     {"Latin1.xlor", {16, 12}},
+                                                     {"CP1252.xlor", {16, 14}},
+                                                     {"Kana.xlor", {16, 20}},
+                                                     {"JIS-X-0208.xlor", {94, 94}}};
+    for (const auto& [name, size] : sizes) {
+        auto it = std::find_if(list.begin(), list.end(), [&](const GlyphOrderInfo& i) { return i.FileName == name; });
+        ASSERT_NE(it, list.end()) << name;
+        EXPECT_FALSE(it->Title.empty());
+        EXPECT_FALSE(it->Comment.empty());
+        CGlyphOrder order;
+        order.Load(it->Path);
+        EXPECT_EQ(order.Width, size.first) << name;
+        EXPECT_EQ(order.Height, size.second) << name;
+        EXPECT_EQ(order.Codes.size(), static_cast<std::size_t>(size.first * size.second)) << name;
+    }
+    CGlyphOrder latin;
+    latin.Load(std::find_if(list.begin(), list.end(), [](const auto& i) { return i.FileName == "Latin1.xlor"; })->Path);
+    EXPECT_EQ(latin.GetCode(0, 0), 0x20);
+    EXPECT_EQ(latin.GetCode(1, 2), 'A');
+    EXPECT_EQ(latin.GetCode(15, 5), NoCode);
+    EXPECT_EQ(latin.GetCode(0, 6), 0xA0);
+    EXPECT_EQ(latin.GetCode(15, 11), 0xFF);
+}
