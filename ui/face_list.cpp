@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <utility>
 
 namespace {
 
@@ -27,8 +28,13 @@ CFaceList::CFaceList(const std::vector<FontFaceInfo>& faces) {
 std::vector<std::string> CFaceList::Names() const {
     std::vector<std::string> names;
     for (const auto& [name, entry] : Faces) names.push_back(name);
+    // A vertical "@Family" follows its family instead of heading the list.
+    auto key = [](const std::string& name) {
+        bool vertical = !name.empty() && name[0] == '@';
+        return std::make_pair(Lower(vertical ? name.substr(1) : name), vertical);
+    };
     std::stable_sort(names.begin(), names.end(),
-                     [](const std::string& a, const std::string& b) { return Lower(a) < Lower(b); });
+                     [&](const std::string& a, const std::string& b) { return key(a) < key(b); });
     return names;
 }
 

@@ -103,6 +103,7 @@ CInWinDlg::CInWinDlg(const CSettingsStore& settings, QWidget* parent)
     grid->addWidget(NameList, 0, 1);
     grid->addWidget(MakeBuddyLabel(this, "&Size (px)", SizeCombo), 0, 2, Qt::AlignRight);
     grid->addWidget(SizeCombo, 0, 3, 1, 2);
+    SizeCombo->setMaximumWidth(100);
     auto* toggleRow = MakeChild<QHBoxLayout>(nullptr);
     toggleRow->addWidget(ShowOptionsButton);
     toggleRow->addWidget(HideOptionsButton);

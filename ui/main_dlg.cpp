@@ -207,7 +207,11 @@ void CMainDlg::HideOptions() {
     if (HideOptionsButton->isHidden()) return;
     auto tallest = [this] { return std::max(OutBmp->sizeHint().height(), OutZarnic->sizeHint().height()); };
     int before = tallest();
-    for (COutDlg* panel : OutputPanels) panel->SetOptionsVisible(false);
+    for (COutDlg* panel : OutputPanels) {
+        panel->SetOptionsVisible(false);
+        // Hiding a child of a window not yet shown does not invalidate its layout.
+        panel->layout()->invalidate();
+    }
     if (OptionHeight == 0) OptionHeight = std::max(0, before - tallest());
     HideOptionsButton->hide();
     ShowOptionsButton->show();
