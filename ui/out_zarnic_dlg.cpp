@@ -16,6 +16,7 @@
 #include "ui/path_combo.h"
 #include "ui/settings_store.h"
 #include "ui/zarnic_field_rules.h"
+#include "zgly/alternate_char.h"
 #include "zgly/zarnic_font_writer.h"
 
 namespace {

@@ -6,7 +6,6 @@
 #include "ui/path_history.h"
 #include "ui/settings_store.h"
 #include "ui/zarnic_field_rules.h"
-#include "core/general_exception.h"
 
 TEST(SettingsStore, PathBesideProgramCutsAtLastDot) {
     EXPECT_EQ(SettingsPathBesideProgram("/tools/conv.exe"), "/tools/conv.ini");
@@ -135,28 +134,6 @@ TEST(PathHistory, CommitAndChooseFollowTheHistoryRules) {
     CPathHistory third(s, "OutBmpPath");
     third.Load();
     EXPECT_EQ(third.Entries()[0], "/p8");
-}
-
-TEST(ZarnicFieldRules, AlternateCharacterText) {
-    EXPECT_EQ(ParseAlternateChar("A", 2), 0x41);
-    EXPECT_EQ(ParseAlternateChar("\xE3\x81\x82", -1), 0x3042);  // one character needs no encoding
-    EXPECT_EQ(ParseAlternateChar("65", 1), 0x41);
-    EXPECT_EQ(ParseAlternateChar("0x41", 0), 0x41);
-    EXPECT_EQ(ParseAlternateChar("0101", 1), 0x41);  // octal
-    EXPECT_EQ(ParseAlternateChar("", 1), 0);
-    try {
-        ParseAlternateChar("0xFFFF", 1);
-        FAIL();
-    } catch (const CGeneralException& e) {
-        EXPECT_EQ(e.Message,
-                  "Parameter Error:\n Can't represent AlternateChar(0xFFFF) in the Unicode character set.\n Please use other AlternateChar.");
-    }
-    try {
-        ParseAlternateChar("65", -1);
-        FAIL();
-    } catch (const CGeneralException& e) {
-        EXPECT_EQ(e.Message, "Parameter Error:\n Outout encoding is not selected.");
-    }
 }
 
 TEST(ZarnicFieldRules, SignedNumberFilter) {
