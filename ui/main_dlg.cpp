@@ -18,6 +18,7 @@
 #include <QToolButton>
 #include <QUrl>
 #include <algorithm>
+#include <cstdlib>
 
 #include "core/general_exception.h"
 #include "ui/icons.h"
@@ -203,35 +204,38 @@ void CMainDlg::OnUseFilterClicked() {
 
 // The option areas fold away below the file rows of the output panels; the
 // window gives up exactly their height and takes it back when they return.
-void CMainDlg::HideOptions() {
-    if (HideOptionsButton->isHidden()) return;
+int CMainDlg::SetOutputOptionsVisible(bool visible) {
     auto tallest = [this] { return std::max(OutBmp->sizeHint().height(), OutZarnic->sizeHint().height()); };
     int before = tallest();
     for (COutDlg* panel : OutputPanels) {
-        panel->SetOptionsVisible(false);
+        panel->SetOptionsVisible(visible);
         // Hiding a child of a window not yet shown does not invalidate its layout.
         panel->layout()->invalidate();
     }
-    if (OptionHeight == 0) OptionHeight = std::max(0, before - tallest());
-    HideOptionsButton->hide();
-    ShowOptionsButton->show();
+    int change = std::abs(tallest() - before);
+    if (change > 0) OptionHeight = change;
+    ShowOptionsButton->setVisible(!visible);
+    HideOptionsButton->setVisible(visible);
+    Settings.SetBool("Main", "ShowOption", visible);
+    return OptionHeight;
+}
+
+void CMainDlg::HideOptions() {
+    if (HideOptionsButton->isHidden()) return;
+    int h = SetOutputOptionsVisible(false);
     if (isVisible()) {
         layout()->activate();
-        resize(width(), height() - OptionHeight);
+        resize(width(), height() - h);
     }
-    Settings.SetBool("Main", "ShowOption", false);
 }
 
 void CMainDlg::ShowOptions() {
     if (ShowOptionsButton->isHidden()) return;
-    ShowOptionsButton->hide();
-    HideOptionsButton->show();
-    for (COutDlg* panel : OutputPanels) panel->SetOptionsVisible(true);
+    int h = SetOutputOptionsVisible(true);
     if (isVisible()) {
         layout()->activate();
-        resize(width(), height() + OptionHeight);
+        resize(width(), height() + h);
     }
-    Settings.SetBool("Main", "ShowOption", true);
 }
 
 void CMainDlg::OnConvertClicked() {
@@ -345,6 +349,13 @@ void CMainDlg::closeEvent(QCloseEvent* event) {
     }
     Messages->Close();
     event->accept();
+}
+
+void CMainDlg::showEvent(QShowEvent* event) {
+    // Sizes measured before the first show miss the style's final metrics.
+    if (!event->spontaneous() && !Shown) adjustSize();
+    Shown = true;
+    CDlg::showEvent(event);
 }
 
 void CMainDlg::keyPressEvent(QKeyEvent* event) {

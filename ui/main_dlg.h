@@ -102,6 +102,7 @@ protected:
 
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dragMoveEvent(QDragMoveEvent* event) override;
     void dragLeaveEvent(QDragLeaveEvent* event) override;
@@ -109,6 +110,8 @@ protected:
 
 private:
     void BuildLayout();
+    // Returns the height the option areas take.
+    int SetOutputOptionsVisible(bool visible);
     void SelectInput();
     void SelectOutput();
     // The panel (or the window, for the filter row) under a point of the window.
@@ -117,5 +120,6 @@ private:
     bool CancelRequested = false;
     bool IsConverting = false;
     int OptionHeight = 0;
+    bool Shown = false;
     CDlg* DropTarget = nullptr;
 };

@@ -2,6 +2,7 @@
 // saves pictures of it: glyphwright_screenshots OUTPUT_DIR SETTINGS_FILE
 #include <QApplication>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QTabWidget>
 #include <QTimer>
 #include <QToolButton>
@@ -13,8 +14,11 @@
 
 namespace {
 
+// The X server applies moves and resizes a little later.
 void Settle() {
-    for (int i = 0; i < 5; ++i) QApplication::processEvents();
+    QElapsedTimer timer;
+    timer.start();
+    while (timer.elapsed() < 300) QApplication::processEvents(QEventLoop::AllEvents, 50);
 }
 
 void Save(QWidget* w, const QString& dir, const QString& name) {
