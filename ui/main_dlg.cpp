@@ -220,11 +220,19 @@ int CMainDlg::SetOutputOptionsVisible(bool visible) {
     return OptionHeight;
 }
 
+// The panels' layout changes reach the window's minimum size through posted
+// layout requests; apply them now, or the window could not shrink yet.
+void CMainDlg::ApplyPendingLayouts() {
+    // Each level of nesting posts the next request; a few rounds reach the top.
+    for (int round = 0; round < 6; ++round) QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+    layout()->activate();
+}
+
 void CMainDlg::HideOptions() {
     if (HideOptionsButton->isHidden()) return;
     int h = SetOutputOptionsVisible(false);
     if (isVisible()) {
-        layout()->activate();
+        ApplyPendingLayouts();
         resize(width(), height() - h);
     }
 }
@@ -233,7 +241,7 @@ void CMainDlg::ShowOptions() {
     if (ShowOptionsButton->isHidden()) return;
     int h = SetOutputOptionsVisible(true);
     if (isVisible()) {
-        layout()->activate();
+        ApplyPendingLayouts();
         resize(width(), height() + h);
     }
 }
