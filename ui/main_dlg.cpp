@@ -232,8 +232,10 @@ void CMainDlg::HideOptions() {
     if (HideOptionsButton->isHidden()) return;
     int h = SetOutputOptionsVisible(false);
     if (isVisible()) {
+        // Applying the layouts may already grow the window to its new minimum.
+        int target = height() - h;
         ApplyPendingLayouts();
-        resize(width(), height() - h);
+        resize(width(), target);
     }
 }
 
@@ -241,8 +243,10 @@ void CMainDlg::ShowOptions() {
     if (ShowOptionsButton->isHidden()) return;
     int h = SetOutputOptionsVisible(true);
     if (isVisible()) {
+        // Applying the layouts may already grow the window to its new minimum.
+        int target = height() + h;
         ApplyPendingLayouts();
-        resize(width(), height() + h);
+        resize(width(), target);
     }
 }
 
