@@ -11,9 +11,9 @@
 namespace {
 
 std::filesystem::path MakeFont(const CScratchDir& dir) {
-    SyntheticFontSpec spec;
-    spec.Codes = CodeRange(0x20, 95);
-    auto font = MakeSyntheticFont(spec);
+    SyntheticFontSpec fontSpec;
+    fontSpec.Codes = CodeRange(0x20, 95);
+    auto font = MakeSyntheticFont(fontSpec);
     font->AlternateChar.Set(u'?');
     WriteSyntheticZgly(*font, dir / "f.zgly", 1, 2);
     return dir / "f.zgly";

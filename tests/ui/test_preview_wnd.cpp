@@ -14,9 +14,9 @@ namespace {
 QString P(const std::filesystem::path& p) { return QString::fromStdString(p.string()); }
 
 void WriteFont(const std::filesystem::path& path) {
-    SyntheticFontSpec spec;
-    spec.Codes = CodeRange(0x20, 95);
-    auto font = MakeSyntheticFont(spec);
+    SyntheticFontSpec fontSpec;
+    fontSpec.Codes = CodeRange(0x20, 95);
+    auto font = MakeSyntheticFont(fontSpec);
     font->AlternateChar.Set(u'?');
     WriteSyntheticZgly(*font, path);
 }

@@ -11,14 +11,14 @@ namespace {
 bool CodePageTablesPresent() { return UnicodeToCodePage(932, u'\u3042') == 0x82A0; }
 
 std::unique_ptr<CFontData> MakeFont(bool vertical, int bpp) {
-    SyntheticFontSpec spec;
-    spec.Codes = CodeRange(0x20, 95);
-    for (uint16_t c : CodeRange(0x3041, 20)) spec.Codes.push_back(c);
-    spec.Codes.push_back(0xE9);  // no Shift_JIS form
-    spec.Vertical = vertical;
-    spec.Bpp = bpp;
-    spec.Origin = vertical ? 9 : 13;
-    auto font = MakeSyntheticFont(spec);
+    SyntheticFontSpec fontSpec;
+    fontSpec.Codes = CodeRange(0x20, 95);
+    for (uint16_t c : CodeRange(0x3041, 20)) fontSpec.Codes.push_back(c);
+    fontSpec.Codes.push_back(0xE9);  // no Shift_JIS form
+    fontSpec.Vertical = vertical;
+    fontSpec.Bpp = bpp;
+    fontSpec.Origin = vertical ? 9 : 13;
+    auto font = MakeSyntheticFont(fontSpec);
     font->AlternateChar.Set(u'?');
     font->LineHeight.Set(vertical ? 14 : 19);
     font->PrepareForOutput();
@@ -186,11 +186,11 @@ TEST(TextRenderer, ZoomColoursAndGuides) {
 
 TEST(TextRenderer, SheetIsTheSameWhateverTheRotationAndFilesAreChecked) {
     CScratchDir dir;
-    SyntheticFontSpec spec;
-    spec.Codes = {0x41, 0x42, 0x3042};
+    SyntheticFontSpec fontSpec;
+    fontSpec.Codes = {0x41, 0x42, 0x3042};
     for (bool vertical : {false, true}) {
-        spec.Vertical = vertical;
-        auto font = MakeSyntheticFont(spec);
+        fontSpec.Vertical = vertical;
+        auto font = MakeSyntheticFont(fontSpec);
         font->PrepareForOutput();
         CRgbImage first;
         for (int rotation = 0; rotation < 4; ++rotation) {
