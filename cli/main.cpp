@@ -12,6 +12,7 @@
 #include "cli/info_command.h"
 #include "cli/list_commands.h"
 #include "cli/options.h"
+#include "cli/preview_command.h"
 #include "core/conversion.h"
 #include "xmlfiles/glyph_order_files.h"
 
@@ -57,6 +58,7 @@ int main(int argc, char** argv) {
     case CliCommand::Version: std::printf("glyphwright-cli %s\n", GLYPHWRIGHT_VERSION); return ExitDone;
     case CliCommand::Info: return RunInfoCommand(options.InfoPath, options.Json, stdout, stderr);
     case CliCommand::Convert: return RunConvert(options);
+    case CliCommand::Preview: return RunPreviewCommand(options, stderr);
     case CliCommand::ListOrders: return RunListOrders(options.Json, stdout, stderr);
     case CliCommand::ListFonts: return RunListFonts(options.Json, stdout);
     }

@@ -1,6 +1,7 @@
 #include "cli/options.h"
 
 #include <cerrno>
+#include <cstdint>
 #include <cstdlib>
 #include <map>
 #include <optional>
@@ -176,6 +177,69 @@ CliOptions ParseConvert(const std::vector<std::string>& args) {
     return o;
 }
 
+uint32_t ParseColor(const std::string& option, const std::string& text) {
+    std::string hex = !text.empty() && text[0] == '#' ? text.substr(1) : text;
+    if (hex.size() != 6 || hex.find_first_not_of("0123456789abcdefABCDEF") != std::string::npos)
+        Fail(option + " takes a colour as RRGGBB, not '" + text + "'");
+    return static_cast<uint32_t>(std::strtoul(hex.c_str(), nullptr, 16));
+}
+
+// Shells make a line feed hard to type: backslash-n is one, and a doubled
+// backslash is one backslash.
+std::string UnescapeText(const std::string& text) {
+    std::string out;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == '\\' && i + 1 < text.size() && (text[i + 1] == 'n' || text[i + 1] == '\\')) {
+            out += text[i + 1] == 'n' ? '\n' : '\\';
+            ++i;
+        } else {
+            out += text[i];
+        }
+    }
+    return out;
+}
+
+CliOptions ParsePreview(const std::vector<std::string>& args) {
+    CliOptions o;
+    o.Command = CliCommand::Preview;
+    std::set<std::string> seen;
+    bool haveText = false;
+    const std::set<std::string> values = {"--text", "--out", "--zoom", "--ink", "--paper"};
+    for (std::size_t i = 0; i < args.size(); ++i) {
+        std::string name = args[i], value;
+        if (name.rfind("--", 0) != 0) {
+            if (!o.InfoPath.empty()) Fail("preview takes one ZGLY file");
+            o.InfoPath = name;
+            continue;
+        }
+        if (auto eq = name.find('='); eq != std::string::npos) {
+            value = name.substr(eq + 1);
+            name = name.substr(0, eq);
+            if (!values.count(name)) Fail(name + " takes no value");
+        } else if (values.count(name)) {
+            if (i + 1 >= args.size()) Fail(name + " needs a value");
+            value = args[++i];
+        } else if (name != "--sheet" && name != "--guides") {
+            Fail("unknown option '" + name + "'");
+        }
+        if (!seen.insert(name).second) Fail(name + " is given twice");
+        if (name == "--text") { o.PreviewText = UnescapeText(value); haveText = true; }
+        else if (name == "--sheet") o.Sheet = true;
+        else if (name == "--out") o.PngPath = value;
+        else if (name == "--guides") o.Guides = true;
+        else if (name == "--ink") o.Ink = ParseColor(name, value);
+        else if (name == "--paper") o.Paper = ParseColor(name, value);
+        else if (name == "--zoom") {
+            o.Zoom = ParseInt(name, value);
+            if (o.Zoom < 1 || o.Zoom > 16) Fail("--zoom takes 1 to 16, not '" + value + "'");
+        }
+    }
+    if (o.InfoPath.empty()) Fail("preview needs a ZGLY file");
+    if (haveText == o.Sheet) Fail("preview needs exactly one of --text and --sheet");
+    if (o.PngPath.empty()) Fail("preview needs --out FILE.png");
+    return o;
+}
+
 }  // namespace
 
 CliOptions ParseCommandLine(const std::vector<std::string>& args) {
@@ -193,6 +257,7 @@ CliOptions ParseCommandLine(const std::vector<std::string>& args) {
         return o;
     }
     if (command == "convert") return ParseConvert(rest);
+    if (command == "preview") return ParsePreview(rest);
     if (command == "info") {
         CliOptions o;
         o.Command = CliCommand::Info;
@@ -226,6 +291,7 @@ CliOptions ParseCommandLine(const std::vector<std::string>& args) {
 const char* UsageHint() {
     return "usage: glyphwright-cli convert INPUT OUTPUT [--filter FILE.xllt] [--quiet]\n"
            "       glyphwright-cli info FILE.zgly [--json]\n"
+           "       glyphwright-cli preview FILE.zgly (--text TEXT | --sheet) --out FILE.png [--zoom N] [--guides]\n"
            "       glyphwright-cli list-orders [--json] | list-fonts [--json]\n"
            "       glyphwright-cli --help | --version\n"
            "Try 'glyphwright-cli --help' for the inputs and outputs.\n";
@@ -248,6 +314,11 @@ const char* HelpText() {
            "    --to-bmp FILE --to-order ORDER [--no-grid] [--cell WxH [--offset X,Y]] [--margins L,T[,R,B]]\n"
            "  ORDER is a path to an .xlor file or the name of a shipped one (see list-orders).\n"
            "glyphwright-cli info FILE.zgly [--json]\n"
+           "glyphwright-cli preview FILE.zgly (--text TEXT | --sheet) --out FILE.png\n"
+           "                [--zoom 1..16] [--guides] [--ink RRGGBB] [--paper RRGGBB]\n"
+           "  Draws TEXT (UTF-8; a line feed or \\n starts a new line) with the ZGLY font as a game\n"
+           "  would, or with --sheet every glyph of the file labelled with its code, as a PNG picture.\n"
+           "  Zoom 2, black ink on white paper unless given; --guides adds baselines, cell boxes and advances.\n"
            "glyphwright-cli list-orders [--json]    the shipped glyph order files\n"
            "glyphwright-cli list-fonts [--json]     the installed font families\n"
            "glyphwright-cli --help | --version\n"

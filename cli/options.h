@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-enum class CliCommand { Convert, Info, ListOrders, ListFonts, Help, Version };
+enum class CliCommand { Convert, Info, Preview, ListOrders, ListFonts, Help, Version };
 enum class InputKind { None, Zgly, Bmp, Font, Lc };
 enum class OutputKind { None, Zgly, Bmp };
 
@@ -54,9 +54,18 @@ struct CliOptions {
     std::string FilterPath;
     bool Quiet = false;
 
-    // info, list-orders, list-fonts
+    // info, list-orders, list-fonts; preview reads InfoPath too
     std::string InfoPath;
     bool Json = false;
+
+    // preview
+    std::string PreviewText;       // --text, with backslash-n turned into a line feed
+    bool Sheet = false;            // --sheet instead of --text
+    std::string PngPath;           // --out
+    int Zoom = 2;
+    bool Guides = false;
+    uint32_t Ink = 0x000000;
+    uint32_t Paper = 0xFFFFFF;
 };
 
 // A command line that breaks the contract; the text says what is wrong.

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds, and runs the main job: DejaVu Sans at 16 px
 # in 16 grey levels becomes a ZGLY font and a Latin1 glyph grid, the grid is read
-# back, the font is re-encoded, and IPAGothic becomes a Shift_JIS font.
+# back, the font is re-encoded, and IPAGothic becomes a Shift_JIS font, upright
+# and vertical. Previews drawn from the ZGLY files alone show the results.
 # Everything lands in out/.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -11,6 +12,9 @@ cli=${BUILD_DIR:-build}/bin/glyphwright-cli
 mkdir -p out
 
 step() { printf '\n== %s\n' "$*"; }
+# The head of a command's output; the whole is read first, so that a closed
+# pipe cannot fail the command under pipefail.
+head_of() { local what=$1; shift; local text; text=$("$@"); head "$what" <<<"$text"; }
 
 step "DejaVu Sans, 16 px, 16 grey levels -> out/demo.zgly (UTF-16)"
 "$cli" convert --from-font "DejaVu Sans" --size 16 --levels 16 --to-zgly out/demo.zgly
@@ -19,7 +23,7 @@ step "DejaVu Sans, 16 px, 16 grey levels -> out/demo.zgly (UTF-16)"
 step "out/demo.zgly -> out/demo.bmp (Latin1 glyph grid), and read back -> out/demo-from-grid.zgly"
 "$cli" convert --from-zgly out/demo.zgly --to-bmp out/demo.bmp --to-order Latin1
 "$cli" convert --from-bmp out/demo.bmp --from-order Latin1 --colors 16 --to-zgly out/demo-from-grid.zgly
-"$cli" info --json out/demo-from-grid.zgly | head -c 300; echo " ..."
+head_of -c300 "$cli" info --json out/demo-from-grid.zgly; echo " ..."
 
 step "out/demo.zgly re-encoded: UTF-8 copy, and a Shift_JIS copy (characters without a Shift_JIS form are left out with a warning)"
 "$cli" convert --from-zgly out/demo.zgly --to-zgly out/demo-utf8.zgly --encoding utf-8
@@ -28,10 +32,23 @@ status=0
 head -n 3 out/demo-sjis-warnings.txt
 echo "($(grep -c '^Warning: ' out/demo-sjis-warnings.txt || true) warning lines in all, see out/demo-sjis-warnings.txt)"
 [ "$status" -eq 0 ] || { echo "demo: the Shift_JIS conversion failed (exit $status)"; exit 1; }
-"$cli" info out/demo-sjis.zgly | head -n 12
+head_of -n12 "$cli" info out/demo-sjis.zgly
 
 step "IPAGothic, 16 px, 4 grey levels -> out/demo-ja.zgly (Shift_JIS)"
 "$cli" convert --from-font IPAGothic --size 16 --levels 4 --to-zgly out/demo-ja.zgly --encoding shift_jis --quiet
-"$cli" info out/demo-ja.zgly | head -n 12
+head_of -n12 "$cli" info out/demo-ja.zgly
 
-step "Done: $(ls out/*.zgly out/*.bmp | tr '\n' ' ')"
+step "@IPAGothic (vertical), 16 px, 4 grey levels -> out/demo-ja-vertical.zgly (Shift_JIS)"
+"$cli" convert --from-font @IPAGothic --size 16 --levels 4 --to-zgly out/demo-ja-vertical.zgly --encoding shift_jis --quiet
+head_of -n4 "$cli" info out/demo-ja-vertical.zgly
+
+step "Previews drawn from the ZGLY files alone -> out/demo-preview.png, out/demo-ja-preview.png (horizontal), out/demo-ja-vertical-preview.png"
+"$cli" preview out/demo.zgly --zoom 2 --out out/demo-preview.png \
+  --text 'The quick brown fox jumps over the lazy dog.\nSphinx of black quartz, judge my vow!\n0123456789 +-*/=()[] {}<>?!'
+ja='いろはにほへと、ちりぬるを。\n日本語の縦書き「テスト」です。'
+"$cli" preview out/demo-ja.zgly --zoom 2 --out out/demo-ja-preview.png --text "$ja"
+"$cli" preview out/demo-ja-vertical.zgly --zoom 2 --out out/demo-ja-vertical-preview.png --text "$ja"
+"$cli" preview out/demo.zgly --sheet --zoom 1 --out out/demo-sheet.png
+ls -l out/*.png
+
+step "Done: $(ls out/*.zgly out/*.bmp out/*.png | tr '\n' ' ')"

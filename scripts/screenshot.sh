@@ -1,6 +1,7 @@
 #!/bin/sh
 # Pictures of the desktop window, one per tab, under a virtual X server:
-# out/main-*.png, out/messages.png, out/notice.png.
+# out/main-*.png, out/messages.png, out/notice.png, and out/preview.png when
+# PREVIEW_FONT names a ZGLY file.
 set -e
 cd "$(dirname "$0")/.."
 BUILD_DIR=${BUILD_DIR:-build}
@@ -11,6 +12,6 @@ cmake --build "$BUILD_DIR" -j2 --target glyphwright glyphwright_screenshots
 settings=$(mktemp -d)/glyphwright.ini
 mkdir -p "$OUT_DIR"
 QT_QPA_PLATFORM=xcb xvfb-run -a -s "-screen 0 1280x900x24" \
-  "$BUILD_DIR/bin/glyphwright_screenshots" "$OUT_DIR" "$settings"
+  "$BUILD_DIR/bin/glyphwright_screenshots" "$OUT_DIR" "$settings" ${PREVIEW_FONT:+"$PREVIEW_FONT"}
 rm -rf "$(dirname "$settings")"
 ls "$OUT_DIR"/*.png

@@ -30,6 +30,7 @@
 #include "ui/out_bmp_dlg.h"
 #include "ui/out_zarnic_dlg.h"
 #include "ui/path_combo.h"
+#include "ui/preview_wnd.h"
 #include "ui/warning_wnd.h"
 
 namespace {
@@ -67,6 +68,7 @@ QToolButton* MakeArrowButton(QWidget* parent, Qt::ArrowType arrow, const QString
 CMainDlg::CMainDlg(std::filesystem::path settingsPath) : Settings(std::move(settingsPath)) {
     g_pPgCtrl = this;
     Messages = std::make_unique<CWarningWnd>(Settings, this);
+    Preview = std::make_unique<CPreviewWnd>(Settings, this);
     if (!Settings.Exists()) ShowLicenceNotice();
 
     try {
@@ -152,13 +154,22 @@ void CMainDlg::BuildLayout() {
     ConvertButton = MakeChild<QPushButton>(this, "Convert");
     ConvertButton->setDefault(true);
     ConvertButton->setMinimumWidth(90);
+    PreviewButton = MakeChild<QPushButton>(this, "&Preview");
+    PreviewButton->setToolTip("Draw a sample text with the ZGLY output file");
+    OpenPreviewCheck = MakeChild<QCheckBox>(this, "Open preview after conversion");
+    OpenPreviewCheck->setChecked(Settings.GetBool("Preview", "OpenAfterConversion", false));
     bottom->addWidget(Progress, 3);
     bottom->addWidget(StatusText, 2);
+    bottom->addWidget(PreviewButton);
     bottom->addWidget(ConvertButton);
+    auto* previewRow = MakeChild<QHBoxLayout>(nullptr);
+    previewRow->addStretch(1);
+    previewRow->addWidget(OpenPreviewCheck);
 
     root->addWidget(InputBox);
     root->addWidget(FilterBox);
     root->addWidget(OutputBox, 1);
+    root->addLayout(previewRow);
     root->addLayout(bottom);
 
     FilterField->Initialise();
@@ -171,6 +182,11 @@ void CMainDlg::BuildLayout() {
     connect(OutputTabs, &QTabWidget::currentChanged, this, [this] { SelectOutput(); });
     connect(UseFilterCheck, &QCheckBox::clicked, this, [this] { OnUseFilterClicked(); });
     connect(ConvertButton, &QPushButton::clicked, this, [this] { OnConvertClicked(); });
+    connect(PreviewButton, &QPushButton::clicked, this, [this] { OpenPreview(); });
+    connect(OpenPreviewCheck, &QCheckBox::clicked, this,
+            [this](bool on) { Settings.SetBool("Preview", "OpenAfterConversion", on); });
+    connect(OutZarnic->FontField->Combo(), &QComboBox::editTextChanged, this, [this] { UpdatePreviewButton(); });
+    UpdatePreviewButton();
     connect(ShowOptionsButton, &QToolButton::clicked, this, [this] { ShowOptions(); });
     connect(HideOptionsButton, &QToolButton::clicked, this, [this] { HideOptions(); });
     auto* escape = MakeChild<QShortcut>(this, QKeySequence(Qt::Key_Escape));
@@ -255,7 +271,22 @@ void CMainDlg::OnConvertClicked() {
         CancelRequested = true;
         return;
     }
-    RunConversion(*this, *this);
+    const ConversionOutcome outcome = RunConversion(*this, *this);
+    UpdatePreviewButton();
+    if (outcome == ConversionOutcome::Finished && CurrentOutput == OutZarnic && OpenPreviewCheck->isChecked() &&
+        PreviewButton->isEnabled())
+        OpenPreview();
+}
+
+void CMainDlg::UpdatePreviewButton() {
+    std::error_code ec;
+    const std::string text = OutZarnic->FontField->GetText();
+    PreviewButton->setEnabled(!IsConverting && !text.empty() && std::filesystem::is_regular_file(text, ec));
+}
+
+void CMainDlg::OpenPreview() {
+    const std::string text = OutZarnic->FontField->GetText();
+    if (!text.empty()) Preview->Open(text, this);
 }
 
 // --- progress interface ---
@@ -298,6 +329,8 @@ void CMainDlg::LockControls() {
     FilterField->Combo()->setEnabled(false);
     FilterField->Button()->setEnabled(false);
     ConvertButton->setText("Cancel");
+    PreviewButton->setEnabled(false);
+    OpenPreviewCheck->setEnabled(false);
     repaint();
 }
 
@@ -308,6 +341,7 @@ void CMainDlg::UnlockControls() {
     FilterField->Combo()->setEnabled(UseFilterCheck->isChecked());
     FilterField->Button()->setEnabled(UseFilterCheck->isChecked());
     ConvertButton->setText("Convert");
+    OpenPreviewCheck->setEnabled(true);
     repaint();
     CurrentInput->setEnabled(true);
     CurrentOutput->setEnabled(true);
@@ -352,6 +386,12 @@ void CMainDlg::RaiseMessages() {
 
 // --- window events ---
 
+bool CMainDlg::event(QEvent* event) {
+    // The ZGLY file may have been made or removed elsewhere meanwhile.
+    if (event->type() == QEvent::WindowActivate) UpdatePreviewButton();
+    return CDlg::event(event);
+}
+
 void CMainDlg::closeEvent(QCloseEvent* event) {
     if (IsConverting) {
         // The run unwinds first; the window closes on the next request.
@@ -360,6 +400,7 @@ void CMainDlg::closeEvent(QCloseEvent* event) {
         return;
     }
     Messages->Close();
+    Preview->close();
     event->accept();
 }
 

@@ -20,6 +20,7 @@ class QPushButton;
 class QTabWidget;
 class QToolButton;
 class CWarningWnd;
+class CPreviewWnd;
 class CInBmpDlg;
 class CInZarnicDlg;
 class CInWinDlg;
@@ -67,10 +68,14 @@ public:
     void ShowOptions();
     void OnUseFilterClicked();
     bool Converting() const { return IsConverting; }
+    // Preview is possible when the ZGLY output field names an existing file.
+    void UpdatePreviewButton();
+    void OpenPreview();
 
     CSettingsStore Settings;
     GlyphOrderList GlyphOrders;
     std::unique_ptr<CWarningWnd> Messages;
+    std::unique_ptr<CPreviewWnd> Preview;
 
     QGroupBox* InputBox;
     QTabWidget* InputTabs;
@@ -84,6 +89,8 @@ public:
     QProgressBar* Progress;
     QLabel* StatusText;
     QPushButton* ConvertButton;
+    QPushButton* PreviewButton;
+    QCheckBox* OpenPreviewCheck;
 
     CInBmpDlg* InBmp;
     CInZarnicDlg* InZarnic;
@@ -100,6 +107,7 @@ protected:
     void ShowProgress(int pos, int range) override;
     void PumpEvents() override;
 
+    bool event(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void showEvent(QShowEvent* event) override;

@@ -1,5 +1,6 @@
 // Opens the window on a fresh settings file, selects each tab in turn and
-// saves pictures of it: glyphwright_screenshots OUTPUT_DIR SETTINGS_FILE
+// saves pictures of it: glyphwright_screenshots OUTPUT_DIR SETTINGS_FILE [FILE.zgly]
+// (with a ZGLY file, its preview window too)
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
@@ -8,6 +9,9 @@
 #include <QToolButton>
 
 #include "ui/main_dlg.h"
+#include "ui/out_zarnic_dlg.h"
+#include "ui/path_combo.h"
+#include "ui/preview_wnd.h"
 #include "ui/message_box.h"
 #include "ui/warning_wnd.h"
 #include "xmlfiles/glyph_order_files.h"
@@ -61,5 +65,10 @@ int main(int argc, char** argv) {
     window.AddWarning("Letter U+E000 is not in the font.");
     window.AppendError("Parameter Error:\n Input file(/tmp/missing.ZGLY) not exists");
     Save(window.Messages.get(), dir, "messages");
+    if (argc > 3) {
+        window.OutZarnic->FontField->SetText(argv[3]);
+        window.OpenPreview();
+        Save(window.Preview.get(), dir, "preview");
+    }
     return 0;
 }
