@@ -16,8 +16,8 @@ step() { printf '\n== %s\n' "$*"; }
 # pipe cannot fail the command under pipefail.
 head_of() { local what=$1; shift; local text; text=$("$@"); head "$what" <<<"$text"; }
 
-step "DejaVu Sans, 16 px, 16 grey levels -> out/demo.zgly (UTF-16)"
-"$cli" convert --from-font "DejaVu Sans" --size 16 --levels 16 --to-zgly out/demo.zgly
+step "DejaVu Sans, 16 px, 16 grey levels, with its own side bearings -> out/demo.zgly (UTF-16)"
+"$cli" convert --from-font "DejaVu Sans" --size 16 --levels 16 --width margin --to-zgly out/demo.zgly
 "$cli" info out/demo.zgly
 
 step "out/demo.zgly -> out/demo.bmp (Latin1 glyph grid), and read back -> out/demo-from-grid.zgly"
@@ -51,4 +51,4 @@ ja='いろはにほへと、ちりぬるを。\n日本語の縦書き「テス�
 "$cli" preview out/demo.zgly --sheet --zoom 1 --out out/demo-sheet.png
 ls -l out/*.png
 
-step "Done: $(ls out/*.zgly out/*.bmp out/*.png | tr '\n' ' ')"
+step "Done: $(ls out/demo*.zgly out/demo*.bmp out/demo*.png | tr '\n' ' ')"
