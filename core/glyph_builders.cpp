@@ -113,8 +113,12 @@ void CGlyph::SetFromCellTrimmed(const uint8_t* cell, int cellWidth, int cellHeig
     }
 }
 
-void RenderToCell(const CGlyph& glyph, uint8_t* dst, int cellWidth, int cellHeight, int originRow,
-                  int originFromRight, int bpp) {
+namespace {
+
+// The cell as one packed stream, pixel by pixel; also right for layouts the
+// fast path below leaves alone (ink overhanging the cell, over 8 bits).
+void RenderToCellStreamed(const CGlyph& glyph, uint8_t* dst, int cellWidth, int cellHeight, int originRow,
+                          int originFromRight, int bpp) {
     CBitWriter w;
     w.Start(dst);
     int iw = glyph.Ink.Width(), ih = glyph.Ink.Height();
@@ -140,4 +144,53 @@ void RenderToCell(const CGlyph& glyph, uint8_t* dst, int cellWidth, int cellHeig
     }
     w.WriteRepeated(bpp, (cellHeight - above - ih) * cellWidth, 0);
     w.Flush();
+}
+
+// ORs one value of up to 8 bits into a zeroed packed stream at a bit offset.
+inline void PutBits(uint8_t* dst, std::size_t bit, int bpp, uint32_t value) {
+    const unsigned word = value << (16 - static_cast<int>(bit & 7) - bpp);
+    dst[bit >> 3] |= static_cast<uint8_t>(word >> 8);
+    if (word & 0xFF) dst[(bit >> 3) + 1] |= static_cast<uint8_t>(word);
+}
+
+}  // namespace
+
+void RenderToCell(const CGlyph& glyph, uint8_t* dst, int cellWidth, int cellHeight, int originRow,
+                  int originFromRight, int bpp) {
+    const int iw = glyph.Ink.Width(), ih = glyph.Ink.Height();
+    const bool blank = glyph.Pixels.empty() || iw <= 0;
+    const int above = originRow - glyph.Ascent;
+    const int before = cellWidth - originFromRight + glyph.RightExtent - iw;
+    const int after = originFromRight - glyph.RightExtent;
+    // The usual case, ink inside the cell: clear the cell and set only the
+    // inked pixels instead of streaming every pixel through the bit writer.
+    const bool inside = blank || (above >= 0 && before >= 0 && after >= 0 && above + ih <= cellHeight);
+    if (!inside || bpp < 1 || bpp > 8 || cellWidth < 0 || cellHeight < 0) {
+        RenderToCellStreamed(glyph, dst, cellWidth, cellHeight, originRow, originFromRight, bpp);
+        return;
+    }
+    std::fill_n(dst, PackedBytes(cellWidth, cellHeight, bpp), uint8_t{0});
+    if (blank) return;
+    const uint32_t mask = (1u << bpp) - 1;
+    const uint8_t* src = glyph.Pixels.data();
+    const int srcBpp = glyph.Bpp;
+    const std::size_t rowBits = static_cast<std::size_t>(cellWidth) * bpp;
+    std::size_t rowStart = (static_cast<std::size_t>(above) * cellWidth + before) * bpp;
+    if (srcBpp == 8) {
+        // Rendered glyphs keep one byte a pixel.
+        for (int y = 0; y < ih; ++y, rowStart += rowBits) {
+            std::size_t bit = rowStart;
+            for (int x = 0; x < iw; ++x, bit += bpp)
+                if (const uint32_t v = src[x] & mask) PutBits(dst, bit, bpp, v);
+            src += iw;
+        }
+        return;
+    }
+    CBitReader r;
+    r.Start(src);
+    for (int y = 0; y < ih; ++y, rowStart += rowBits) {
+        std::size_t bit = rowStart;
+        for (int x = 0; x < iw; ++x, bit += bpp)
+            if (const uint32_t v = r.ReadValue(srcBpp) & mask) PutBits(dst, bit, bpp, v);
+    }
 }

@@ -142,4 +142,36 @@ TEST(RenderToCell, KeepsLowBitsAndBlanksEmptyGlyphs) {
     EXPECT_EQ(blank, (std::vector<uint8_t>{0, 0, 0, 0xAA}));
 }
 
+// Byte-per-pixel and packed glyphs at every cell depth and position, against
+// a pixel-by-pixel reference: the whole cell is written, nothing past it.
+TEST(RenderToCell, MatchesPixelReferenceEverywhere) {
+    uint32_t seed = 12345;
+    auto next = [&](int n) {
+        seed = seed * 1103515245u + 12345u;
+        return static_cast<int>((seed >> 16) % static_cast<uint32_t>(n));
+    };
+    for (int round = 0; round < 400; ++round) {
+        const int bpp = 1 + round % 8, srcBpp = round % 3 ? 8 : 1 + next(8);
+        const int iw = 1 + next(9), ih = 1 + next(9);
+        const int cw = iw + next(6), ch = ih + next(6);
+        const int before = next(cw - iw + 1), above = next(ch - ih + 1);
+        std::vector<uint32_t> ink(static_cast<std::size_t>(iw) * ih);
+        for (auto& v : ink) v = next(3) ? 0 : static_cast<uint32_t>(next(1 << srcBpp));
+        CGlyph g;
+        g.Bpp = srcBpp;
+        g.Pixels = PackRef(ink, srcBpp);
+        g.Ink = InkBox{0, 0, iw, ih};
+        g.Ascent = 2;
+        g.RightExtent = iw;
+        std::vector<uint32_t> expect(static_cast<std::size_t>(cw) * ch, 0);
+        for (int y = 0; y < ih; ++y)
+            for (int x = 0; x < iw; ++x)
+                expect[(above + y) * cw + before + x] = ink[y * iw + x] & ((1u << bpp) - 1);
+        std::vector<uint8_t> out(PackedBytes(cw, ch, bpp) + 1, 0xAA);
+        RenderToCell(g, out.data(), cw, ch, above + 2, cw - before, bpp);
+        ASSERT_EQ(UnpackRef(out, cw * ch, bpp), expect) << "round " << round;
+        ASSERT_EQ(out.back(), 0xAA) << "round " << round;
+    }
+}
+
 }  // namespace
