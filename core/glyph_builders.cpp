@@ -6,17 +6,33 @@
 
 void CGlyph::CropCell(const uint8_t* cell, int cellWidth, int cellHeight, int bpp) {
     int left = cellWidth + 1, top = cellHeight + 1, right = 0, bottom = 0;
-    CBitReader r;
-    r.Start(cell);
-    for (int y = 0; y < cellHeight; ++y)
-        for (int x = 0; x < cellWidth; ++x) {
-            if (r.ReadValue(bpp) != 0) {
-                left = std::min(left, x);
-                top = std::min(top, y);
-                right = std::max(right, x + 1);
-                bottom = std::max(bottom, y + 1);
-            }
+    if (bpp >= 1 && bpp <= 8) {
+        // Per row, the first ink pixel from the left and from the right.
+        for (int y = 0; y < cellHeight; ++y) {
+            const std::size_t row = static_cast<std::size_t>(y) * cellWidth * bpp;
+            int first = 0;
+            while (first < cellWidth && PeekBits(cell, row + static_cast<std::size_t>(first) * bpp, bpp) == 0) ++first;
+            if (first == cellWidth) continue;
+            int last = cellWidth - 1;
+            while (PeekBits(cell, row + static_cast<std::size_t>(last) * bpp, bpp) == 0) --last;
+            left = std::min(left, first);
+            right = std::max(right, last + 1);
+            top = std::min(top, y);
+            bottom = y + 1;
         }
+    } else {
+        CBitReader r;
+        r.Start(cell);
+        for (int y = 0; y < cellHeight; ++y)
+            for (int x = 0; x < cellWidth; ++x) {
+                if (r.ReadValue(bpp) != 0) {
+                    left = std::min(left, x);
+                    top = std::min(top, y);
+                    right = std::max(right, x + 1);
+                    bottom = std::max(bottom, y + 1);
+                }
+            }
+    }
     if (right == 0)
         Ink = InkBox{};
     else
@@ -26,7 +42,13 @@ void CGlyph::CropCell(const uint8_t* cell, int cellWidth, int cellHeight, int bp
 void CGlyph::ExtractInk(const uint8_t* cell, int cellWidth, int bpp, int originRow, int originFromRight) {
     int w = Ink.Width(), h = Ink.Height();
     Pixels.assign(w > 0 && h > 0 ? PackedBytes(w, h, bpp) : 0, 0);
-    if (!Pixels.empty()) {
+    if (!Pixels.empty() && bpp >= 1 && bpp <= 8) {
+        // Pixels is zeroed: each ink row is one run of bits.
+        const std::size_t rowBits = static_cast<std::size_t>(w) * bpp;
+        for (int y = Ink.Y0; y < Ink.Y1; ++y)
+            OrBitRun(Pixels.data(), (y - Ink.Y0) * rowBits, cell,
+                     (static_cast<std::size_t>(y) * cellWidth + Ink.X0) * bpp, rowBits);
+    } else if (!Pixels.empty()) {
         CBitReader r;
         r.Start(cell);
         CBitWriter wr;
@@ -146,13 +168,6 @@ void RenderToCellStreamed(const CGlyph& glyph, uint8_t* dst, int cellWidth, int 
     w.Flush();
 }
 
-// ORs one value of up to 8 bits into a zeroed packed stream at a bit offset.
-inline void PutBits(uint8_t* dst, std::size_t bit, int bpp, uint32_t value) {
-    const unsigned word = value << (16 - static_cast<int>(bit & 7) - bpp);
-    dst[bit >> 3] |= static_cast<uint8_t>(word >> 8);
-    if (word & 0xFF) dst[(bit >> 3) + 1] |= static_cast<uint8_t>(word);
-}
-
 }  // namespace
 
 void RenderToCell(const CGlyph& glyph, uint8_t* dst, int cellWidth, int cellHeight, int originRow,
@@ -181,8 +196,23 @@ void RenderToCell(const CGlyph& glyph, uint8_t* dst, int cellWidth, int cellHeig
         for (int y = 0; y < ih; ++y, rowStart += rowBits) {
             std::size_t bit = rowStart;
             for (int x = 0; x < iw; ++x, bit += bpp)
-                if (const uint32_t v = src[x] & mask) PutBits(dst, bit, bpp, v);
+                if (const uint32_t v = src[x] & mask) OrBits(dst, bit, bpp, v);
             src += iw;
+        }
+        return;
+    }
+    if (srcBpp == bpp) {
+        // Same depth: each ink row is one run of bits.
+        const std::size_t inkRowBits = static_cast<std::size_t>(iw) * bpp;
+        for (int y = 0; y < ih; ++y, rowStart += rowBits) OrBitRun(dst, rowStart, src, y * inkRowBits, inkRowBits);
+        return;
+    }
+    if (srcBpp >= 1 && srcBpp < 8) {
+        std::size_t srcBit = 0;
+        for (int y = 0; y < ih; ++y, rowStart += rowBits) {
+            std::size_t bit = rowStart;
+            for (int x = 0; x < iw; ++x, bit += bpp, srcBit += srcBpp)
+                if (const uint32_t v = PeekBits(src, srcBit, srcBpp) & mask) OrBits(dst, bit, bpp, v);
         }
         return;
     }
@@ -191,6 +221,6 @@ void RenderToCell(const CGlyph& glyph, uint8_t* dst, int cellWidth, int cellHeig
     for (int y = 0; y < ih; ++y, rowStart += rowBits) {
         std::size_t bit = rowStart;
         for (int x = 0; x < iw; ++x, bit += bpp)
-            if (const uint32_t v = r.ReadValue(srcBpp) & mask) PutBits(dst, bit, bpp, v);
+            if (const uint32_t v = r.ReadValue(srcBpp) & mask) OrBits(dst, bit, bpp, v);
     }
 }

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include <gtest/gtest.h>
 
 #include "core/bit_stream.h"
@@ -101,6 +103,37 @@ TEST(GlyphBuilders, VerticalMargins) {
     CGlyph space;
     space.SetFromCellWithMargins(blank.data(), 1, 6, 1, true, 1, 2, 1);
     EXPECT_EQ(Spaces(space), (std::vector<int>{0, 0, 3, 0}));
+}
+
+// Cropping at every depth, odd widths included, against a pixel reference.
+TEST(GlyphBuilders, CropsRandomCellsLikeThePixelReference) {
+    uint32_t seed = 777;
+    auto next = [&](int n) {
+        seed = seed * 1103515245u + 12345u;
+        return static_cast<int>((seed >> 16) % static_cast<uint32_t>(n));
+    };
+    for (int round = 0; round < 300; ++round) {
+        const int bpp = 1 + round % 8, w = 1 + next(13), h = 1 + next(9);
+        std::vector<uint32_t> px(static_cast<std::size_t>(w) * h, 0);
+        const int dots = next(5);
+        for (int i = 0; i < dots; ++i) px[next(w * h)] = 1 + next((1 << bpp) - 1);
+        int x0 = w, y0 = h, x1 = 0, y1 = 0;
+        for (int y = 0; y < h; ++y)
+            for (int x = 0; x < w; ++x)
+                if (px[y * w + x]) x0 = std::min(x0, x), y0 = std::min(y0, y), x1 = std::max(x1, x + 1), y1 = y + 1;
+        std::vector<uint32_t> ink;
+        for (int y = y0; y < y1; ++y)
+            for (int x = x0; x < x1; ++x) ink.push_back(px[y * w + x]);
+        CGlyph g;
+        const auto cell = PackRef(px, bpp);
+        g.SetFromCellTrimmed(cell.data(), w, h, bpp, false, h);
+        if (x1 == 0) {
+            ASSERT_EQ(Box(g), (std::vector<int>{0, 0, 0, 0})) << "round " << round;
+            continue;
+        }
+        ASSERT_EQ(Box(g), (std::vector<int>{x0, y0, x1, y1})) << "round " << round;
+        ASSERT_EQ(g.Pixels, PackRef(ink, bpp)) << "round " << round;
+    }
 }
 
 TEST(RenderToCell, RoundTripsBothLayouts) {
