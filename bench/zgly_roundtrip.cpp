@@ -39,15 +39,15 @@ int main(int argc, char** argv) {
             return 2;
         }
     }
-    SyntheticFontSpec spec;
-    spec.Codes = BenchCodes(glyphs);
-    spec.CellWidth = 16;
-    spec.CellHeight = 16;
-    spec.Origin = 13;
-    spec.Vertical = vertical;
+    SyntheticFontSpec fontSpec;
+    fontSpec.Codes = BenchCodes(glyphs);
+    fontSpec.CellWidth = 16;
+    fontSpec.CellHeight = 16;
+    fontSpec.Origin = 13;
+    fontSpec.Vertical = vertical;
     try {
         if (!makePath.empty()) {
-            auto font = MakeSyntheticFont(spec);
+            auto font = MakeSyntheticFont(fontSpec);
             font->AlternateChar.Set(u'?');
             WriteSyntheticZgly(*font, makePath);
             return 0;
@@ -55,7 +55,7 @@ int main(int argc, char** argv) {
         auto dir = std::filesystem::temp_directory_path() / "glyphwright-bench";
         std::filesystem::create_directories(dir);
         auto path = dir / "roundtrip.zgly";
-        auto font = MakeSyntheticFont(spec);
+        auto font = MakeSyntheticFont(fontSpec);
         auto start = std::chrono::steady_clock::now();
         WriteSyntheticZgly(*font, path);
         double write = Seconds(start);

@@ -116,9 +116,9 @@ std::string FormatStringList(std::string_view format, std::initializer_list<CFor
             out += '%';
             continue;
         }
-        std::string spec(format.substr(start, i - start));
+        std::string directive(format.substr(start, i - start));
         // Drop length modifiers; the value is passed as long long.
-        while (!spec.empty() && (spec.back() == 'l' || spec.back() == 'h')) spec.pop_back();
+        while (!directive.empty() && (directive.back() == 'l' || directive.back() == 'h')) directive.pop_back();
         const CFormatArg* arg = next != args.end() ? &*next++ : nullptr;
         char buf[128];
         switch (conv) {
@@ -136,9 +136,9 @@ std::string FormatStringList(std::string_view format, std::initializer_list<CFor
             if (conv == 'x' || conv == 'X' || conv == 'o' || conv == 'u') {
                 // Unsigned conversions of negative ints print as 32-bit values, as printf does.
                 unsigned long long u = v < 0 && v >= INT32_MIN ? static_cast<uint32_t>(v) : static_cast<unsigned long long>(v);
-                std::snprintf(buf, sizeof buf, (spec + "ll" + conv).c_str(), u);
+                std::snprintf(buf, sizeof buf, (directive + "ll" + conv).c_str(), u);
             } else {
-                std::snprintf(buf, sizeof buf, (spec + "ll" + conv).c_str(), v);
+                std::snprintf(buf, sizeof buf, (directive + "ll" + conv).c_str(), v);
             }
             out += buf;
             break;

@@ -5,7 +5,8 @@ set -e
 cd "$(dirname "$0")/.."
 BUILD_DIR=${BUILD_DIR:-build}
 OUT_DIR=${OUT_DIR:-out}
-cmake -S . -B "$BUILD_DIR" -DCMAKE_BUILD_TYPE=${BUILD_TYPE:-Debug} >/dev/null
+# Configure only a new build directory; an existing one keeps its build type.
+[ -f "$BUILD_DIR/CMakeCache.txt" ] || cmake -S . -B "$BUILD_DIR" -DCMAKE_BUILD_TYPE=${BUILD_TYPE:-Release} >/dev/null
 cmake --build "$BUILD_DIR" -j2 --target glyphwright glyphwright_screenshots
 settings=$(mktemp -d)/glyphwright.ini
 mkdir -p "$OUT_DIR"

@@ -220,12 +220,22 @@ int CMainDlg::SetOutputOptionsVisible(bool visible) {
     return OptionHeight;
 }
 
+// The panels' layout changes reach the window's minimum size through posted
+// layout requests; apply them now, or the window could not shrink yet.
+void CMainDlg::ApplyPendingLayouts() {
+    // Each level of nesting posts the next request; a few rounds reach the top.
+    for (int round = 0; round < 6; ++round) QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+    layout()->activate();
+}
+
 void CMainDlg::HideOptions() {
     if (HideOptionsButton->isHidden()) return;
     int h = SetOutputOptionsVisible(false);
     if (isVisible()) {
-        layout()->activate();
-        resize(width(), height() - h);
+        // Applying the layouts may already grow the window to its new minimum.
+        int target = height() - h;
+        ApplyPendingLayouts();
+        resize(width(), target);
     }
 }
 
@@ -233,8 +243,10 @@ void CMainDlg::ShowOptions() {
     if (ShowOptionsButton->isHidden()) return;
     int h = SetOutputOptionsVisible(true);
     if (isVisible()) {
-        layout()->activate();
-        resize(width(), height() + h);
+        // Applying the layouts may already grow the window to its new minimum.
+        int target = height() + h;
+        ApplyPendingLayouts();
+        resize(width(), target);
     }
 }
 

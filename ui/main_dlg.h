@@ -112,6 +112,7 @@ private:
     void BuildLayout();
     // Returns the height the option areas take.
     int SetOutputOptionsVisible(bool visible);
+    void ApplyPendingLayouts();
     void SelectInput();
     void SelectOutput();
     // The panel (or the window, for the filter row) under a point of the window.

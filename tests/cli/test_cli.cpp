@@ -12,11 +12,11 @@
 namespace {
 
 std::filesystem::path MakeFont(const CScratchDir& dir, const std::string& name) {
-    SyntheticFontSpec spec;
-    spec.Codes = CodeRange(0x20, 95);
+    SyntheticFontSpec fontSpec;
+    fontSpec.Codes = CodeRange(0x20, 95);
     auto kana = CodeRange(0x3041, 20);
-    spec.Codes.insert(spec.Codes.end(), kana.begin(), kana.end());
-    auto font = MakeSyntheticFont(spec);
+    fontSpec.Codes.insert(fontSpec.Codes.end(), kana.begin(), kana.end());
+    auto font = MakeSyntheticFont(fontSpec);
     font->AlternateChar.Set(u'?');
     WriteSyntheticZgly(*font, dir / name);
     return dir / name;

@@ -11,10 +11,10 @@
 namespace {
 
 std::filesystem::path MakeLatinFont(const CScratchDir& dir, const std::string& name, bool vertical) {
-    SyntheticFontSpec spec;
-    spec.Codes = CodeRange(0x21, 94);
-    spec.Vertical = vertical;
-    auto font = MakeSyntheticFont(spec);
+    SyntheticFontSpec fontSpec;
+    fontSpec.Codes = CodeRange(0x21, 94);
+    fontSpec.Vertical = vertical;
+    auto font = MakeSyntheticFont(fontSpec);
     WriteSyntheticZgly(*font, dir / name);
     return dir / name;
 }

@@ -29,7 +29,7 @@ std::vector<uint16_t> CodeRange(uint16_t first, int count);
 
 // One glyph per code, added in the given order; the font is not prepared.
 // The space (0x0020) and every code divisible by 97 are ink-less.
-std::unique_ptr<CFontData> MakeSyntheticFont(const SyntheticFontSpec& spec);
+std::unique_ptr<CFontData> MakeSyntheticFont(const SyntheticFontSpec& fontSpec);
 
 // Writes the font (prepared here if it is not yet) as a ZGLY file with the
 // writer's parameters not given unless passed; throws the writer's messages.

@@ -57,12 +57,12 @@ void RoundTrip(int encoding) {
     CScratchDir dir;
     for (bool vertical : {false, true})
         for (int rotation = 0; rotation < 4; ++rotation) {
-            SyntheticFontSpec spec;
-            spec.Codes = CodesFor(encoding);
-            spec.Vertical = vertical;
-            spec.Bpp = 1 + rotation * 2;
-            spec.Origin = vertical ? 9 : 13;
-            auto font = MakeSyntheticFont(spec);
+            SyntheticFontSpec fontSpec;
+            fontSpec.Codes = CodesFor(encoding);
+            fontSpec.Vertical = vertical;
+            fontSpec.Bpp = 1 + rotation * 2;
+            fontSpec.Origin = vertical ? 9 : 13;
+            auto font = MakeSyntheticFont(fontSpec);
             font->AlternateChar.Set(u'?');
             font->LineHeight.Set(21);
             font->PrepareForOutput();
@@ -74,7 +74,7 @@ void RoundTrip(int encoding) {
             ExpectSameGlyphs(*font, *back, what);
             EXPECT_EQ(back->AlternateChar.Value, u'?') << what;
             EXPECT_EQ(back->LineHeight.Value, 21) << what;
-            EXPECT_EQ(back->Bpp.Value, spec.Bpp) << what;
+            EXPECT_EQ(back->Bpp.Value, fontSpec.Bpp) << what;
             EXPECT_EQ(back->Vertical(), vertical) << what;
             if (!vertical) {
                 // Horizontal fonts come back exactly: writing again gives the same file.
@@ -102,9 +102,9 @@ TEST(ZglyReader, RoundTripsCodePageEncodingsInEveryRotation) {
 TEST(ZglyReader, ReencodingLeavesOutWhatTheCodePageLacks) {
     if (!CodePageTablesPresent()) GTEST_SKIP() << "code page tables not built in";
     CScratchDir dir;
-    SyntheticFontSpec spec;
-    spec.Codes = {0x41, 0x0101, 0x3042};
-    auto font = MakeSyntheticFont(spec);
+    SyntheticFontSpec fontSpec;
+    fontSpec.Codes = {0x41, 0x0101, 0x3042};
+    auto font = MakeSyntheticFont(fontSpec);
     font->PrepareForOutput();
     CHeadlessPgCtrl pg;
     WriteSyntheticZgly(*font, dir / "sjis.zgly", EncodingShiftJis, 0, &pg);
@@ -159,9 +159,9 @@ TEST(ZglyReader, BadGlyphIndexAndUndecodableCodes) {
 
 TEST(ZglyReader, AlternateCharIsTakenEvenWhenFiltered) {
     CScratchDir dir;
-    SyntheticFontSpec spec;
-    spec.Codes = CodeRange(0x41, 4);
-    auto font = MakeSyntheticFont(spec);
+    SyntheticFontSpec fontSpec;
+    fontSpec.Codes = CodeRange(0x41, 4);
+    auto font = MakeSyntheticFont(fontSpec);
     font->AlternateChar.Set(u'C');
     WriteSyntheticZgly(*font, dir / "a.zgly");
     CHeadlessPgCtrl pg;

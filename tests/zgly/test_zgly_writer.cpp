@@ -66,13 +66,13 @@ TEST(ZglyWriter, OneGlyphFileLayout) {
 TEST(ZglyWriter, QuarterTurnSwapsStoredCellAndSetsFlags) {
     CScratchDir dir;
     for (bool vertical : {false, true}) {
-        SyntheticFontSpec spec;
-        spec.Codes = CodeRange(0x41, 5);
-        spec.Vertical = vertical;
-        spec.CellWidth = 10;
-        spec.CellHeight = 12;
-        spec.Origin = 10;
-        auto font = MakeSyntheticFont(spec);
+        SyntheticFontSpec fontSpec;
+        fontSpec.Codes = CodeRange(0x41, 5);
+        fontSpec.Vertical = vertical;
+        fontSpec.CellWidth = 10;
+        fontSpec.CellHeight = 12;
+        fontSpec.Origin = 10;
+        auto font = MakeSyntheticFont(fontSpec);
         font->PrepareForOutput();
         // Widen to exactly 10 x 12; the glyphs come from such cells, so they fit.
         ASSERT_LE(font->CellWidth.Value, 10);
@@ -112,9 +112,9 @@ TEST(ZglyWriter, WriteChecksComeBeforeAnyFileIsCreated) {
     CScratchDir dir;
     CHeadlessPgCtrl pg;
     g_pPgCtrl = &pg;
-    SyntheticFontSpec spec;
-    spec.Codes = CodeRange(0x41, 3);
-    auto font = MakeSyntheticFont(spec);
+    SyntheticFontSpec fontSpec;
+    fontSpec.Codes = CodeRange(0x41, 3);
+    auto font = MakeSyntheticFont(fontSpec);
     font->PrepareForOutput();
     const int cw = font->CellWidth.Value;
     auto write = [&](uint16_t alt, int width, int left, int right, int enc = 1) {
@@ -142,9 +142,9 @@ TEST(ZglyWriter, WriteChecksComeBeforeAnyFileIsCreated) {
 
 TEST(ZglyWriter, DefaultWidthsAndAlternateGlyph) {
     CScratchDir dir;
-    SyntheticFontSpec spec;
-    spec.Codes = CodeRange(0x41, 3);
-    auto font = MakeSyntheticFont(spec);
+    SyntheticFontSpec fontSpec;
+    fontSpec.Codes = CodeRange(0x41, 3);
+    auto font = MakeSyntheticFont(fontSpec);
     font->DefaultWidth.Set(CharWidths{2, 5, 9});  // right space 2
     font->AlternateChar.Set(u'B');
     font->PrepareForOutput();
