@@ -1,7 +1,10 @@
 // A bare FreeType loop: load and render every BMP code a font maps, nothing
 // else. The yardstick for the font conversion's own overhead.
 //
-// freetype_baseline FONT_FILE PIXELS_PER_EM mono|gray [REPEATS]
+// freetype_baseline FONT_FILE PIXELS_PER_EM mono|gray [REPEATS [LIMIT]]
+//   renders the first LIMIT mapped codes (all by default) REPEATS times
+// freetype_baseline --filter FONT_FILE N
+//   prints a character filter file of the first N codes the font maps
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -10,14 +13,40 @@
 #include <ft2build.h>
 #include FT_FREETYPE_H
 
+namespace {
+
+int PrintFilter(const char* file, long limit) {
+    FT_Library lib = nullptr;
+    FT_Face face = nullptr;
+    if (FT_Init_FreeType(&lib) || FT_New_Face(lib, file, 0, &face)) {
+        std::fprintf(stderr, "cannot open %s\n", file);
+        return 1;
+    }
+    std::printf("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<letter-list version=\"1.0\"><body><letter>\n");
+    long n = 0;
+    for (FT_ULong c = 0; c < 0xFFFF && n < limit; ++c) {
+        if (!FT_Get_Char_Index(face, c)) continue;
+        std::printf("<code>0x%04lX</code>\n", c);
+        ++n;
+    }
+    std::printf("</letter></body></letter-list>\n");
+    FT_Done_Face(face);
+    FT_Done_FreeType(lib);
+    return 0;
+}
+
+}  // namespace
+
 int main(int argc, char** argv) {
+    if (argc == 4 && std::strcmp(argv[1], "--filter") == 0) return PrintFilter(argv[2], std::atol(argv[3]));
     if (argc < 4) {
-        std::fprintf(stderr, "usage: %s FONT_FILE PIXELS_PER_EM mono|gray [REPEATS]\n", argv[0]);
+        std::fprintf(stderr, "usage: %s FONT_FILE PIXELS_PER_EM mono|gray [REPEATS [LIMIT]]\n", argv[0]);
         return 2;
     }
     const double ppem = std::atof(argv[2]);
     const bool mono = std::strcmp(argv[3], "mono") == 0;
     const int repeats = argc > 4 ? std::atoi(argv[4]) : 5;
+    const long limit = argc > 5 ? std::atol(argv[5]) : 0x10000;
     const FT_Int32 flags = FT_LOAD_RENDER | (mono ? FT_LOAD_TARGET_MONO : FT_LOAD_TARGET_NORMAL | FT_LOAD_NO_BITMAP);
     double best = 1e30;
     long glyphs = 0, inkBytes = 0;
@@ -32,7 +61,7 @@ int main(int argc, char** argv) {
         FT_Set_Char_Size(face, 0, static_cast<FT_F26Dot6>(ppem * 64 + 0.5), 72, 72);
         glyphs = 0;
         inkBytes = 0;
-        for (FT_ULong c = 0; c < 0xFFFF; ++c) {
+        for (FT_ULong c = 0; c < 0xFFFF && glyphs < limit; ++c) {
             const FT_UInt index = FT_Get_Char_Index(face, c);
             if (!index || FT_Load_Glyph(face, index, flags)) continue;
             ++glyphs;

@@ -3,12 +3,43 @@
 // no fill between rows.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 
 // Bytes of a w x h image at bpp bits per pixel.
 inline std::size_t PackedBytes(long long w, long long h, long long bpp) {
     return static_cast<std::size_t>((w * h * bpp + 7) / 8);
+}
+
+// One value of 1 to 8 bits at a bit offset of a packed stream; touches no
+// byte beyond the value's own.
+inline uint32_t PeekBits(const uint8_t* src, std::size_t bit, int bpp) {
+    const std::size_t i = bit >> 3;
+    const int end = static_cast<int>(bit & 7) + bpp;
+    const uint32_t mask = (1u << bpp) - 1;
+    if (end > 8) return ((static_cast<uint32_t>(src[i]) << 8 | src[i + 1]) >> (16 - end)) & mask;
+    return (static_cast<uint32_t>(src[i]) >> (8 - end)) & mask;
+}
+
+// ORs a value of 1 to 8 bits (no higher bits set) into a stream whose bits
+// there are still zero; touches no byte beyond the value's own.
+inline void OrBits(uint8_t* dst, std::size_t bit, int bpp, uint32_t value) {
+    const uint32_t word = value << (16 - static_cast<int>(bit & 7) - bpp);
+    dst[bit >> 3] |= static_cast<uint8_t>(word >> 8);
+    if (word & 0xFF) dst[(bit >> 3) + 1] |= static_cast<uint8_t>(word);
+}
+
+// ORs n bits of src, from bit srcBit on, into a stream whose bits from dstBit
+// on are still zero; at most 8 bits a step.
+inline void OrBitRun(uint8_t* dst, std::size_t dstBit, const uint8_t* src, std::size_t srcBit, std::size_t n) {
+    while (n > 0) {
+        const int chunk = static_cast<int>(std::min<std::size_t>(n, 8 - (dstBit & 7)));
+        if (const uint32_t v = PeekBits(src, srcBit, chunk)) OrBits(dst, dstBit, chunk, v);
+        dstBit += chunk;
+        srcBit += chunk;
+        n -= chunk;
+    }
 }
 
 class CBitWriter {

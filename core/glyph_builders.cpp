@@ -6,17 +6,33 @@
 
 void CGlyph::CropCell(const uint8_t* cell, int cellWidth, int cellHeight, int bpp) {
     int left = cellWidth + 1, top = cellHeight + 1, right = 0, bottom = 0;
-    CBitReader r;
-    r.Start(cell);
-    for (int y = 0; y < cellHeight; ++y)
-        for (int x = 0; x < cellWidth; ++x) {
-            if (r.ReadValue(bpp) != 0) {
-                left = std::min(left, x);
-                top = std::min(top, y);
-                right = std::max(right, x + 1);
-                bottom = std::max(bottom, y + 1);
-            }
+    if (bpp >= 1 && bpp <= 8) {
+        // Per row, the first ink pixel from the left and from the right.
+        for (int y = 0; y < cellHeight; ++y) {
+            const std::size_t row = static_cast<std::size_t>(y) * cellWidth * bpp;
+            int first = 0;
+            while (first < cellWidth && PeekBits(cell, row + static_cast<std::size_t>(first) * bpp, bpp) == 0) ++first;
+            if (first == cellWidth) continue;
+            int last = cellWidth - 1;
+            while (PeekBits(cell, row + static_cast<std::size_t>(last) * bpp, bpp) == 0) --last;
+            left = std::min(left, first);
+            right = std::max(right, last + 1);
+            top = std::min(top, y);
+            bottom = y + 1;
         }
+    } else {
+        CBitReader r;
+        r.Start(cell);
+        for (int y = 0; y < cellHeight; ++y)
+            for (int x = 0; x < cellWidth; ++x) {
+                if (r.ReadValue(bpp) != 0) {
+                    left = std::min(left, x);
+                    top = std::min(top, y);
+                    right = std::max(right, x + 1);
+                    bottom = std::max(bottom, y + 1);
+                }
+            }
+    }
     if (right == 0)
         Ink = InkBox{};
     else
@@ -26,7 +42,13 @@ void CGlyph::CropCell(const uint8_t* cell, int cellWidth, int cellHeight, int bp
 void CGlyph::ExtractInk(const uint8_t* cell, int cellWidth, int bpp, int originRow, int originFromRight) {
     int w = Ink.Width(), h = Ink.Height();
     Pixels.assign(w > 0 && h > 0 ? PackedBytes(w, h, bpp) : 0, 0);
-    if (!Pixels.empty()) {
+    if (!Pixels.empty() && bpp >= 1 && bpp <= 8) {
+        // Pixels is zeroed: each ink row is one run of bits.
+        const std::size_t rowBits = static_cast<std::size_t>(w) * bpp;
+        for (int y = Ink.Y0; y < Ink.Y1; ++y)
+            OrBitRun(Pixels.data(), (y - Ink.Y0) * rowBits, cell,
+                     (static_cast<std::size_t>(y) * cellWidth + Ink.X0) * bpp, rowBits);
+    } else if (!Pixels.empty()) {
         CBitReader r;
         r.Start(cell);
         CBitWriter wr;
@@ -113,8 +135,12 @@ void CGlyph::SetFromCellTrimmed(const uint8_t* cell, int cellWidth, int cellHeig
     }
 }
 
-void RenderToCell(const CGlyph& glyph, uint8_t* dst, int cellWidth, int cellHeight, int originRow,
-                  int originFromRight, int bpp) {
+namespace {
+
+// The cell as one packed stream, pixel by pixel; also right for layouts the
+// fast path below leaves alone (ink overhanging the cell, over 8 bits).
+void RenderToCellStreamed(const CGlyph& glyph, uint8_t* dst, int cellWidth, int cellHeight, int originRow,
+                          int originFromRight, int bpp) {
     CBitWriter w;
     w.Start(dst);
     int iw = glyph.Ink.Width(), ih = glyph.Ink.Height();
@@ -140,4 +166,61 @@ void RenderToCell(const CGlyph& glyph, uint8_t* dst, int cellWidth, int cellHeig
     }
     w.WriteRepeated(bpp, (cellHeight - above - ih) * cellWidth, 0);
     w.Flush();
+}
+
+}  // namespace
+
+void RenderToCell(const CGlyph& glyph, uint8_t* dst, int cellWidth, int cellHeight, int originRow,
+                  int originFromRight, int bpp) {
+    const int iw = glyph.Ink.Width(), ih = glyph.Ink.Height();
+    const bool blank = glyph.Pixels.empty() || iw <= 0;
+    const int above = originRow - glyph.Ascent;
+    const int before = cellWidth - originFromRight + glyph.RightExtent - iw;
+    const int after = originFromRight - glyph.RightExtent;
+    // The usual case, ink inside the cell: clear the cell and set only the
+    // inked pixels instead of streaming every pixel through the bit writer.
+    const bool inside = blank || (above >= 0 && before >= 0 && after >= 0 && above + ih <= cellHeight);
+    if (!inside || bpp < 1 || bpp > 8 || cellWidth < 0 || cellHeight < 0) {
+        RenderToCellStreamed(glyph, dst, cellWidth, cellHeight, originRow, originFromRight, bpp);
+        return;
+    }
+    std::fill_n(dst, PackedBytes(cellWidth, cellHeight, bpp), uint8_t{0});
+    if (blank) return;
+    const uint32_t mask = (1u << bpp) - 1;
+    const uint8_t* src = glyph.Pixels.data();
+    const int srcBpp = glyph.Bpp;
+    const std::size_t rowBits = static_cast<std::size_t>(cellWidth) * bpp;
+    std::size_t rowStart = (static_cast<std::size_t>(above) * cellWidth + before) * bpp;
+    if (srcBpp == 8) {
+        // Rendered glyphs keep one byte a pixel.
+        for (int y = 0; y < ih; ++y, rowStart += rowBits) {
+            std::size_t bit = rowStart;
+            for (int x = 0; x < iw; ++x, bit += bpp)
+                if (const uint32_t v = src[x] & mask) OrBits(dst, bit, bpp, v);
+            src += iw;
+        }
+        return;
+    }
+    if (srcBpp == bpp) {
+        // Same depth: each ink row is one run of bits.
+        const std::size_t inkRowBits = static_cast<std::size_t>(iw) * bpp;
+        for (int y = 0; y < ih; ++y, rowStart += rowBits) OrBitRun(dst, rowStart, src, y * inkRowBits, inkRowBits);
+        return;
+    }
+    if (srcBpp >= 1 && srcBpp < 8) {
+        std::size_t srcBit = 0;
+        for (int y = 0; y < ih; ++y, rowStart += rowBits) {
+            std::size_t bit = rowStart;
+            for (int x = 0; x < iw; ++x, bit += bpp, srcBit += srcBpp)
+                if (const uint32_t v = PeekBits(src, srcBit, srcBpp) & mask) OrBits(dst, bit, bpp, v);
+        }
+        return;
+    }
+    CBitReader r;
+    r.Start(src);
+    for (int y = 0; y < ih; ++y, rowStart += rowBits) {
+        std::size_t bit = rowStart;
+        for (int x = 0; x < iw; ++x, bit += bpp)
+            if (const uint32_t v = r.ReadValue(srcBpp) & mask) OrBits(dst, bit, bpp, v);
+    }
 }

@@ -1,5 +1,6 @@
 #include "core/packed_image.h"
 
+#include <algorithm>
 #include <vector>
 
 #include "core/bit_stream.h"
@@ -26,21 +27,46 @@ void Pack(uint8_t* dst, int width, int height, int bpp, At at) {
     w.Flush();
 }
 
+// Turns by a map from new (x, y) to the old pixel index, reading a copy of the
+// source so that the turn may be done in place.
+template <class From>
+bool TurnPacked(uint8_t* dst, const uint8_t* src, int newWidth, int newHeight, int bpp, From from) {
+    if (bpp < 1 || bpp > 8 || newWidth < 1 || newHeight < 1) return false;
+    const std::size_t bytes = PackedBytes(newWidth, newHeight, bpp);
+    const std::vector<uint8_t> copy(src, src + bytes);
+    std::fill_n(dst, bytes, uint8_t{0});
+    std::size_t bit = 0;
+    for (int y = 0; y < newHeight; ++y)
+        for (int x = 0; x < newWidth; ++x, bit += bpp)
+            if (const uint32_t v = PeekBits(copy.data(), from(x, y) * bpp, bpp)) OrBits(dst, bit, bpp, v);
+    return true;
+}
+
 }  // namespace
 
 void RotateClockwise(uint8_t* dst, const uint8_t* src, int width, int height, int bpp) {
+    if (TurnPacked(dst, src, height, width, bpp,
+                   [&](int x, int y) { return static_cast<std::size_t>(height - 1 - x) * width + y; }))
+        return;
     auto px = Unpack(src, width, height, bpp);
     // New image is height wide, width high: new (x, y) = old (y, height - 1 - x).
     Pack(dst, height, width, bpp, [&](int x, int y) { return px[static_cast<std::size_t>(height - 1 - x) * width + y]; });
 }
 
 void Rotate180(uint8_t* dst, const uint8_t* src, int width, int height, int bpp) {
+    const std::size_t last = static_cast<std::size_t>(width) * height - 1;
+    if (TurnPacked(dst, src, width, height, bpp,
+                   [&](int x, int y) { return last - (static_cast<std::size_t>(y) * width + x); }))
+        return;
     auto px = Unpack(src, width, height, bpp);
     std::size_t n = px.size();
     Pack(dst, width, height, bpp, [&](int x, int y) { return px[n - 1 - (static_cast<std::size_t>(y) * width + x)]; });
 }
 
 void RotateCounterClockwise(uint8_t* dst, const uint8_t* src, int width, int height, int bpp) {
+    if (TurnPacked(dst, src, height, width, bpp,
+                   [&](int x, int y) { return static_cast<std::size_t>(x) * width + (width - 1 - y); }))
+        return;
     auto px = Unpack(src, width, height, bpp);
     // new (x, y) = old (width - 1 - y, x)
     Pack(dst, height, width, bpp, [&](int x, int y) { return px[static_cast<std::size_t>(x) * width + (width - 1 - y)]; });

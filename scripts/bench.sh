@@ -1,8 +1,88 @@
 #!/usr/bin/env bash
-# Builds Release into build-release/ and runs the benchmarks.
+# Builds Release into build-release/ and prints the speed report: every case
+# of bench/cases.sh timed side by side with the bare FreeType loop and, once,
+# with lv_font_conv; the table also goes to out/bench.md.
+#   RUNS=N         timed runs per command (default 10, medians reported)
+#   BENCH_PEER=0   skip lv_font_conv (its IPAGothic case takes minutes)
+#   BENCH_WINDOW=0 skip the window's progress measurement
 set -euo pipefail
 cd "$(dirname "$0")/.."
+runs=${RUNS:-10}
 build_dir=${BENCH_BUILD_DIR:-build-release}
-cmake -S . -B "$build_dir" -DCMAKE_BUILD_TYPE=Release -DGLYPHWRIGHT_BUILD_UI=OFF -DGLYPHWRIGHT_BUILD_TESTS=OFF >/dev/null
-cmake --build "$build_dir" -j2 --target zgly_roundtrip >/dev/null
-"$build_dir/bin/zgly_roundtrip" --glyphs "${GLYPHS:-10000}"
+
+# Tools only the benchmark needs; installed here, never by the tests.
+need=()
+command -v hyperfine >/dev/null || need+=(hyperfine)
+[ -x /usr/bin/time ] || need+=(time)
+if [ ${#need[@]} -gt 0 ]; then
+  [ "$(id -u)" -eq 0 ] || { echo "bench: missing ${need[*]} (run as root to install)" >&2; exit 1; }
+  export DEBIAN_FRONTEND=noninteractive
+  apt-get install -y -qq "${need[@]}" >/dev/null 2>&1 || { apt-get update -qq >/dev/null; apt-get install -y -qq "${need[@]}" >/dev/null; }
+fi
+
+cmake -S . -B "$build_dir" -DCMAKE_BUILD_TYPE=Release -DGLYPHWRIGHT_BUILD_TESTS=OFF >/dev/null
+targets=(glyphwright-cli freetype_baseline zgly_roundtrip)
+[ "${BENCH_WINDOW:-1}" = 0 ] || targets+=(window_progress)
+cmake --build "$build_dir" -j2 --target "${targets[@]}" >/dev/null
+
+peer=""
+if [ "${BENCH_PEER:-1}" != 0 ]; then
+  if command -v npm >/dev/null; then
+    [ -x bench/peer/node_modules/.bin/lv_font_conv ] || npm install --silent --prefix bench/peer lv_font_conv >/dev/null
+    peer=$PWD/bench/peer/node_modules/.bin/lv_font_conv
+  else
+    echo "bench: npm not found, lv_font_conv skipped" >&2
+  fi
+fi
+
+BIN=$PWD/$build_dir/bin
+OUT=$PWD/out/bench
+ORDERS=$PWD/data/xlor
+rm -rf "$OUT"; mkdir -p "$OUT"
+source bench/cases.sh
+make_filters
+
+# Peak resident set of one run, in KiB.
+peak_kb() { /usr/bin/time -f '%M' "$@" 2>&1 >/dev/null | tail -1; }
+
+results=$OUT/results.tsv
+: > "$results"
+i=0
+while IFS='|' read -r name args base peerargs; do
+  i=$((i + 1))
+  echo "bench: $name" >&2
+  cmds=("$BIN/glyphwright-cli $args")
+  [ -z "$base" ] || cmds+=("$BIN/freetype_baseline $base")
+  hyperfine -N -w 1 -r "$runs" --export-json "$OUT/case$i.json" "${cmds[@]}" >/dev/null 2>&1
+  # shellcheck disable=SC2086
+  gw_kb=$(peak_kb "$BIN/glyphwright-cli" $args)
+  base_kb=""; glyphs=""
+  if [ -n "$base" ]; then
+    # shellcheck disable=SC2086
+    base_kb=$(peak_kb "$BIN/freetype_baseline" $base)
+    # shellcheck disable=SC2086
+    glyphs=$("$BIN/freetype_baseline" $base | sed -n 's/^freetype_baseline: \([0-9]*\) glyphs.*/\1/p')
+  fi
+  zgly=$(sed -n 's/.*--to-zgly \([^ ]*\).*/\1/p' <<<"$args")
+  [ -n "$zgly" ] && glyphs=$("$BIN/glyphwright-cli" info "$zgly" | sed -n 's/^Glyphs: \([0-9]*\).*/\1/p')
+  [ -n "$glyphs" ] || glyphs=$("$BIN/glyphwright-cli" info "$OUT/ipag-4.zgly" | sed -n 's/^Glyphs: \([0-9]*\).*/\1/p')
+  peer_s=""; peer_kb=""
+  if [ -n "$peer" ] && [ -n "$peerargs" ]; then
+    font=$(awk '{print $1}' <<<"$base"); size=$(awk '{print $2}' <<<"$base")
+    # One run: the peer takes seconds to minutes per case.
+    # shellcheck disable=SC2086
+    read -r peer_s peer_kb < <(/usr/bin/time -f '%e %M' "$peer" --font "$font" --size "$size" $peerargs \
+      --format bin -r 0x0-0xFFFE -o "$OUT/peer$i.bin" 2>&1 >/dev/null | tail -1)
+  fi
+  printf '%s\t%s\t%s\t%s\t%s\t%s\t%s\n' "$name" "$OUT/case$i.json" "$glyphs" "$gw_kb" "$base_kb" "$peer_s" "$peer_kb" >> "$results"
+done < <(bench_cases)
+
+window=""
+if [ "${BENCH_WINDOW:-1}" != 0 ] && [ -x "$BIN/window_progress" ]; then
+  echo "bench: window" >&2
+  window=$(QT_QPA_PLATFORM=offscreen "$BIN/window_progress" "$IPAG" 16 4 "$OUT/window.zgly" "$runs" 2>/dev/null | tail -1)
+fi
+
+mkdir -p out
+machine="$(nproc) cores, $(sed -n 's/^model name[^:]*: //p' /proc/cpuinfo | head -1), load $(cut -d' ' -f1-3 /proc/loadavg)"
+python3 bench/report.py "$results" "$(date -u +%Y-%m-%d)" "$machine" "$window" "$runs" | tee out/bench.md

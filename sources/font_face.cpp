@@ -63,13 +63,14 @@ int32_t RoundDiv(long long num, long long den) {
 
 bool ResolveFontName(const std::string& name, FontLocation& out) {
     if (name.empty()) return false;
-    if (ResolveFamily(name, out)) return true;
+    // A font file needs no family lookup, and loading fontconfig's
+    // configuration costs more than the rest of a small font's start-up.
     if (IsFontFile(name)) {
         out.File = name;
         out.Index = 0;
         return true;
     }
-    return false;
+    return ResolveFamily(name, out);
 }
 
 FtLibraryPtr MakeFtLibrary() {

@@ -110,4 +110,7 @@ public:
 
 private:
     std::vector<uint8_t> Image;
+    // FreeType's coverage 0..255 as the 17 levels 0..16, and as output levels.
+    uint8_t Levels17[256] = {};
+    uint8_t OutputLevels[256] = {};
 };

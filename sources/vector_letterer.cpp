@@ -39,6 +39,8 @@ void ScaleLevels(uint8_t* image, std::size_t count, int maxLevel) {
 void CVectorLetterer::Prepare(const FontRequest& request) {
     // Soft anti-aliasing renders at double height and halves afterwards.
     OpenFace(request, SoftAA ? request.Size * 2 : request.Size);
+    for (int v = 0; v < 256; ++v) OutputLevels[v] = Levels17[v] = static_cast<uint8_t>((v * 16 + 127) / 255);
+    ScaleLevels(OutputLevels, sizeof OutputLevels, MaxLevel());
 }
 
 bool CVectorLetterer::MakeGlyph(CGlyph& glyph, char16_t code) {
@@ -49,7 +51,10 @@ bool CVectorLetterer::MakeGlyph(CGlyph& glyph, char16_t code) {
     const FT_Int32 flags = FT_LOAD_TARGET_NORMAL | (Face->Scalable() ? FT_LOAD_NO_BITMAP : 0);
     if (Render(code, flags, b)) {
         Image.resize(static_cast<std::size_t>(b.Width) * b.Rows);
-        for (std::size_t i = 0; i < Image.size(); ++i) Image[i] = static_cast<uint8_t>((b.Pixels[i] * 16 + 127) / 255);
+        // Coverage to the 17 levels, and straight on to the output levels
+        // when no halving comes between.
+        const uint8_t* table = SoftAA ? Levels17 : OutputLevels;
+        for (std::size_t i = 0; i < Image.size(); ++i) Image[i] = table[b.Pixels[i]];
         cell.Width = b.Width;
         cell.Height = b.Rows;
         cell.OriginX = b.Left;
@@ -65,8 +70,10 @@ bool CVectorLetterer::MakeGlyph(CGlyph& glyph, char16_t code) {
         cell.Advance = px;
     }
     cell.MaxLevel = MaxLevel();
-    if (SoftAA) HalveImage(Image.data(), cell);
-    ScaleLevels(Image.data(), static_cast<std::size_t>(cell.Width) * cell.Height, cell.MaxLevel);
+    if (SoftAA) {
+        HalveImage(Image.data(), cell);
+        ScaleLevels(Image.data(), static_cast<std::size_t>(cell.Width) * cell.Height, cell.MaxLevel);
+    }
     BuildGlyph(glyph, Image.data(), cell);
     return true;
 }

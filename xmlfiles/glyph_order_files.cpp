@@ -78,6 +78,20 @@ void CheckGlyphOrderFile(const std::filesystem::path& path) {
     order.Load(path);
 }
 
-CXmlPlatform::CXmlPlatform() { xercesc::XMLPlatformUtils::Initialize(); }
+namespace {
+bool XmlStarted = false;
+}  // namespace
 
-CXmlPlatform::~CXmlPlatform() { xercesc::XMLPlatformUtils::Terminate(); }
+void EnsureXmlPlatform() {
+    if (XmlStarted) return;
+    xercesc::XMLPlatformUtils::Initialize();
+    XmlStarted = true;
+}
+
+CXmlPlatform::CXmlPlatform() = default;
+
+CXmlPlatform::~CXmlPlatform() {
+    if (!XmlStarted) return;
+    xercesc::XMLPlatformUtils::Terminate();
+    XmlStarted = false;
+}

@@ -10,11 +10,13 @@
 #include <xercesc/util/XMLString.hpp>
 
 #include "core/general_exception.h"
+#include "xmlfiles/glyph_order_files.h"
 
 using namespace xercesc;
 
 void ParseXmlFile(HandlerBase& handler, const std::filesystem::path& path, const std::string& errorText,
                   const XmlFailureTexts& texts) {
+    EnsureXmlPlatform();
     // The parser lives for this load only and goes on every way out.
     auto parser = std::make_unique<SAXParser>(nullptr, XMLPlatformUtils::fgMemoryManager, nullptr);
     parser->setDocumentHandler(&handler);

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include <gtest/gtest.h>
 
 #include "core/bit_stream.h"
@@ -103,6 +105,37 @@ TEST(GlyphBuilders, VerticalMargins) {
     EXPECT_EQ(Spaces(space), (std::vector<int>{0, 0, 3, 0}));
 }
 
+// Cropping at every depth, odd widths included, against a pixel reference.
+TEST(GlyphBuilders, CropsRandomCellsLikeThePixelReference) {
+    uint32_t seed = 777;
+    auto next = [&](int n) {
+        seed = seed * 1103515245u + 12345u;
+        return static_cast<int>((seed >> 16) % static_cast<uint32_t>(n));
+    };
+    for (int round = 0; round < 300; ++round) {
+        const int bpp = 1 + round % 8, w = 1 + next(13), h = 1 + next(9);
+        std::vector<uint32_t> px(static_cast<std::size_t>(w) * h, 0);
+        const int dots = next(5);
+        for (int i = 0; i < dots; ++i) px[next(w * h)] = 1 + next((1 << bpp) - 1);
+        int x0 = w, y0 = h, x1 = 0, y1 = 0;
+        for (int y = 0; y < h; ++y)
+            for (int x = 0; x < w; ++x)
+                if (px[y * w + x]) x0 = std::min(x0, x), y0 = std::min(y0, y), x1 = std::max(x1, x + 1), y1 = y + 1;
+        std::vector<uint32_t> ink;
+        for (int y = y0; y < y1; ++y)
+            for (int x = x0; x < x1; ++x) ink.push_back(px[y * w + x]);
+        CGlyph g;
+        const auto cell = PackRef(px, bpp);
+        g.SetFromCellTrimmed(cell.data(), w, h, bpp, false, h);
+        if (x1 == 0) {
+            ASSERT_EQ(Box(g), (std::vector<int>{0, 0, 0, 0})) << "round " << round;
+            continue;
+        }
+        ASSERT_EQ(Box(g), (std::vector<int>{x0, y0, x1, y1})) << "round " << round;
+        ASSERT_EQ(g.Pixels, PackRef(ink, bpp)) << "round " << round;
+    }
+}
+
 TEST(RenderToCell, RoundTripsBothLayouts) {
     const auto cell = InkCell();
     CGlyph h;
@@ -140,6 +173,38 @@ TEST(RenderToCell, KeepsLowBitsAndBlanksEmptyGlyphs) {
     std::vector<uint8_t> blank(PackedBytes(3, 3, 2) + 1, 0xAA);
     RenderToCell(empty, blank.data(), 3, 3, 2, 2, 2);
     EXPECT_EQ(blank, (std::vector<uint8_t>{0, 0, 0, 0xAA}));
+}
+
+// Byte-per-pixel and packed glyphs at every cell depth and position, against
+// a pixel-by-pixel reference: the whole cell is written, nothing past it.
+TEST(RenderToCell, MatchesPixelReferenceEverywhere) {
+    uint32_t seed = 12345;
+    auto next = [&](int n) {
+        seed = seed * 1103515245u + 12345u;
+        return static_cast<int>((seed >> 16) % static_cast<uint32_t>(n));
+    };
+    for (int round = 0; round < 400; ++round) {
+        const int bpp = 1 + round % 8, srcBpp = round % 3 ? 8 : 1 + next(8);
+        const int iw = 1 + next(9), ih = 1 + next(9);
+        const int cw = iw + next(6), ch = ih + next(6);
+        const int before = next(cw - iw + 1), above = next(ch - ih + 1);
+        std::vector<uint32_t> ink(static_cast<std::size_t>(iw) * ih);
+        for (auto& v : ink) v = next(3) ? 0 : static_cast<uint32_t>(next(1 << srcBpp));
+        CGlyph g;
+        g.Bpp = srcBpp;
+        g.Pixels = PackRef(ink, srcBpp);
+        g.Ink = InkBox{0, 0, iw, ih};
+        g.Ascent = 2;
+        g.RightExtent = iw;
+        std::vector<uint32_t> expect(static_cast<std::size_t>(cw) * ch, 0);
+        for (int y = 0; y < ih; ++y)
+            for (int x = 0; x < iw; ++x)
+                expect[(above + y) * cw + before + x] = ink[y * iw + x] & ((1u << bpp) - 1);
+        std::vector<uint8_t> out(PackedBytes(cw, ch, bpp) + 1, 0xAA);
+        RenderToCell(g, out.data(), cw, ch, above + 2, cw - before, bpp);
+        ASSERT_EQ(UnpackRef(out, cw * ch, bpp), expect) << "round " << round;
+        ASSERT_EQ(out.back(), 0xAA) << "round " << round;
+    }
 }
 
 }  // namespace
