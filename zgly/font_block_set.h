@@ -37,8 +37,10 @@ public:
     const CFontBlock* GetBlock(uint32_t tag, uint32_t index) const;
     uint32_t CountBlocks(uint32_t tag) const;
 
-    // Checks that every later lookup stays inside the blocks; throws
-    // "ZGLY File Error:" messages. Loading calls it once.
+    // Checks that every later lookup stays inside the blocks and that the
+    // encoding (0 to 3) and bits per pixel (1 to 8) are ones a reader can
+    // use; throws "ZGLY File Error:" messages. Loading calls it once, so a bad
+    // file is refused when the parameters are checked, before any reading.
     void Validate();
 
     // 0xFFFF when the code has no glyph.

@@ -151,6 +151,7 @@ void CZarnicFontWriter::AddGlyphCells(const CFontData& work, CFontBlockSet& bloc
     const bool vertical = work.Vertical();
     const std::size_t cellSize = (static_cast<std::size_t>(w) * h * bpp + 7) / 8;
     const std::size_t count = work.GlyphCount();
+    // Block and file sizes are 32-bit: a glyph block this large could never be saved.
     if (CglpHeadSize + cellSize * count > 0x7FFFFFF0u)
         ThrowError("Parameter Error:\n Too many glyphs(=%d) for the cell size(=%d).", static_cast<long long>(count),
                    static_cast<long long>(cellSize));

@@ -63,19 +63,27 @@ TEST(CharMap, EqualCandidatesGrowBackwardFirst) {
 }
 
 TEST(CharMap, TablesCoverCodesOfDirectBlocksAndEveryGlyphIsMappedOnce) {
-    // A direct run splits a dense area: the table spanning it fills its codes in.
-    auto g = Glyphs({{0x3000, 20}, {0x3015, 100}, {0x307A, 25}, {0x5000, 3}});
-    int steps = 0;
-    auto blocks = BuildCharMap(g, [&](int d) { steps += d; });
+    // A direct run splits a dense area: the codes it took count as missing
+    // (120 / 202 is still dense enough), and the table fills them in.
+    auto g = Glyphs({{0x3000, 60}, {0x303D, 80}, {0x308E, 60}, {0x5000, 3}});
+    std::vector<int> steps;
+    auto blocks = BuildCharMap(g, [&](int d) { steps.push_back(d); });
+    ASSERT_EQ(blocks.size(), 3u);
+    EXPECT_EQ(blocks[0].Method, zgly::MethodDirect);
+    EXPECT_EQ(blocks[1].Method, zgly::MethodTable);
+    EXPECT_EQ(blocks[1].FirstCode, 0x3000);
+    EXPECT_EQ(blocks[1].LastCode, 0x30C9);
+    EXPECT_EQ(blocks[1].Data[0x303D - 0x3000], 60);
+    EXPECT_EQ(blocks[1].Data[0x303C - 0x3000], 0xFFFF);
+    EXPECT_EQ(blocks[2].Method, zgly::MethodScan);
+    // Direct and table blocks step by last index minus first, the scan block once a glyph.
+    EXPECT_EQ(steps, (std::vector<int>{139 - 60, 199 - 0, 1, 1, 1}));
     CFontBlockSet set;
     for (const auto& b : blocks) {
         auto content = b.Encode();
         set.AddBlock(zgly::TagCMAP, content.data(), static_cast<uint32_t>(content.size()));
     }
     for (const auto& cg : g) EXPECT_EQ(set.FindGlyphIndex(cg.Code), cg.Index) << cg.Code;
-    EXPECT_EQ(set.FindGlyphIndex(0x3014), 0xFFFF);
+    EXPECT_EQ(set.FindGlyphIndex(0x303C), 0xFFFF);
     EXPECT_EQ(set.FindGlyphIndex(0x4FFF), 0xFFFF);
-    ASSERT_GE(blocks.size(), 2u);
-    EXPECT_EQ(blocks[0].Method, zgly::MethodDirect);
-    EXPECT_GT(steps, 0);
 }

@@ -167,3 +167,53 @@ TEST(ZglyWriter, DefaultWidthsAndAlternateGlyph) {
     EXPECT_FALSE(std::filesystem::exists(dir / "c.zgly"));
     g_pPgCtrl = nullptr;
 }
+
+namespace {
+
+// A 1 bpp glyph whose ink is the box [x0, x1) x [y0, y1) of a cw x ch cell.
+std::unique_ptr<CGlyph> BoxGlyph(int cw, int ch, int x0, int y0, int x1, int y1, bool vertical, int space1,
+                                 int space2, int origin) {
+    std::vector<uint8_t> cell((cw * ch + 7) / 8 + 1, 0);
+    for (int y = y0; y < y1; ++y)
+        for (int x = x0; x < x1; ++x) cell[(y * cw + x) / 8] |= static_cast<uint8_t>(0x80 >> ((y * cw + x) % 8));
+    auto g = std::make_unique<CGlyph>();
+    g->SetFromCell(cell.data(), cw, ch, 1, vertical, space1, space2, origin);
+    return g;
+}
+
+}  // namespace
+
+TEST(ZglyWriter, WidthEntriesFollowTheTurnedCell) {
+    CScratchDir dir;
+    for (bool vertical : {false, true}) {
+        auto font = std::make_unique<CFontData>();
+        font->Bpp.Set(1);
+        font->IsVertical.Set(vertical);
+        if (!vertical) {
+            // Cell 3 x 6, baseline 5: A ascends 3 (ink 3 x 4), B ascends 5 (ink 1 x 2).
+            font->AddGlyph(BoxGlyph(6, 8, 1, 2, 4, 6, false, 1, 2, 5), 'A');
+            font->AddGlyph(BoxGlyph(6, 8, 0, 0, 1, 2, false, 0, 0, 5), 'B');
+        } else {
+            // Cell 5 x 5, baseline 1: A reaches 1 right of the reference column, B 3 left of it.
+            font->AddGlyph(BoxGlyph(8, 6, 2, 1, 5, 5, true, 1, 2, 4), 'A');
+            font->AddGlyph(BoxGlyph(8, 6, 0, 0, 1, 2, true, 0, 0, 4), 'B');
+        }
+        font->AddGlyph(BoxGlyph(8, 8, 0, 0, 0, 0, vertical, 3, 0, 5), 'C');  // no ink
+        font->PrepareForOutput();
+        // Glyph widths of A and B for rotations 0 to 3; C's is always 0.
+        const int expected[2][4][2] = {{{3, 1}, {4, 6}, {3, 1}, {6, 2}}, {{5, 1}, {4, 2}, {3, 5}, {4, 2}}};
+        for (int rotation = 0; rotation < 4; ++rotation) {
+            WriteSyntheticZgly(*font, dir / "w.zgly", 1, rotation);
+            auto b = FileBytes(dir / "w.zgly");
+            std::size_t at = U32At(b, 24 + 12) + 8;
+            std::string what = (vertical ? "vertical" : "horizontal") + std::string(" rotation ") +
+                               std::to_string(rotation);
+            EXPECT_EQ(b[at + 1], expected[vertical][rotation][0]) << what;
+            EXPECT_EQ(b[at + 4], expected[vertical][rotation][1]) << what;
+            EXPECT_EQ(b[at + 7], 0) << what;
+            EXPECT_EQ(b[at], 1) << what;                          // A's left / top space
+            EXPECT_EQ(b[at + 2], 1 + (vertical ? 4 : 3) + 2) << what;  // A's advance
+            EXPECT_EQ(b[at + 8], 3) << what;                      // C's advance is its space
+        }
+    }
+}
