@@ -140,6 +140,28 @@ TEST_F(BmpFontEdits, MalformedInputsGiveTheirMessages) {
     auto noWhite = Dir.Write("nowhite.bmp", raw.Bytes());
     EXPECT_EQ(readerError(noWhite, Order), "BMP Error:\n Color white not found in BMP.");
 
+    // Pitches that pass the size check but leave no glyph area (horizontal 48 x 5,
+    // vertical 20 x 12 with its mark): read as empty cells, never a failed allocation.
+    for (bool vertical : {false, true}) {
+        RawBmp tiny;
+        tiny.Width = vertical ? 20 : 48;
+        tiny.Height = vertical ? 12 : 5;
+        tiny.Palette.assign(256, 0);
+        tiny.Palette[0] = 0x00FFFFFF;
+        tiny.Pixels.assign(static_cast<std::size_t>(tiny.Width * tiny.Height), 0);
+        if (vertical) tiny.Pixels[2] = 1;
+        auto path = Dir.Write("tiny.bmp", tiny.Bytes());
+        CFontData font;
+        EXPECT_EQ(ErrorOf([&] {
+                      CBmpFontReader reader(path, Order, 2);
+                      reader.CheckParameters();
+                      reader.Read(font, CFontFilter());
+                  }),
+                  "")
+            << vertical;
+        EXPECT_EQ(font.GlyphCount(), 0u) << vertical;
+    }
+
     SetPixel(0, 4, 0);  // a second odd pixel in the baseline column
     EXPECT_EQ(ErrorOf([&] { ReadBack(Order); }), "BMP Error:\n BMP has no baseline info.");
 
