@@ -44,6 +44,11 @@ TEST(GlyphOrderFile, ReadsCellsRowByRow) {
     EXPECT_EQ(o.Width, 16);
     EXPECT_EQ(o.Height, 1);
 
+    // Numbers are unsigned 32-bit: beyond that they saturate, a sign negates in 32 bits.
+    o = LoadOrder(dir, Order("<body><order><code>0x100000041</code><code>4294967361</code><code>-1</code>"
+                             "<code>-0x10041</code><code>- 5</code><code> +0x42z</code></order></body>"));
+    EXPECT_EQ(o.Codes, (std::vector<uint16_t>{0xFFFF, 0xFFFF, 0xFFFF, 0xFFBF, 0, 0x42}));
+
     // A given height stands whatever the number of codes.
     o = LoadOrder(dir, Order("<body><area width=\"16\" height=\"8\"/><order>" + std::string(100, 'x') +
                              "</order></body>"));
