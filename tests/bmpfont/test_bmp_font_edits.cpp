@@ -1,8 +1,11 @@
 #include <gtest/gtest.h>
 
 #include "bmp_test_support.h"
+#include "bmpfont/bmp_file.h"
+#include "bmpfont/bmp_font_layout.h"
 #include "bmpfont/bmp_font_reader.h"
 #include "bmpfont/bmp_font_writer.h"
+#include "core/bmp_image.h"
 #include "core/font_filter.h"
 #include "core/glyph_order.h"
 #include "core/headless_pg_ctrl.h"
@@ -110,6 +113,38 @@ TEST_F(BmpFontEdits, HandEditsReadBackWithTheirWarnings) {
         "More than one color detected in margin area at (30,8).",
         "BMP position (42, 8) is <null/> in " + Order.string() + ", but the cell include non-white color."};
     EXPECT_EQ(Pg.Warnings, want);
+}
+
+TEST_F(BmpFontEdits, PaletteFramesAndMarks) {
+    CBinaryFile file(Bmp);
+    CBmpImage pic;
+    LoadBmp(file, pic);
+    // White, two greys, black, the grid colour, then black.
+    EXPECT_EQ(std::vector<uint32_t>(pic.Palette.begin(), pic.Palette.begin() + 6),
+              (std::vector<uint32_t>{0xFFFFFF, 0xAAAAAA, 0x555555, 0, 0x99AA99, 0}));
+    EXPECT_EQ(pic.Palette[255], 0u);
+    // Outer frame black, inner frame and separator (row 12) in the grid colour.
+    EXPECT_EQ(pic.GetPixel(5, 0), 3u);
+    EXPECT_EQ(pic.GetPixel(12, 7), 3u);
+    EXPECT_EQ(pic.GetPixel(5, 1), 4u);
+    EXPECT_EQ(pic.GetPixel(13, 7), 4u);
+    EXPECT_EQ(pic.GetPixel(5, 12), 4u);
+    // The marks, white in the black border: baseline at offset 1 + baseline 5 + 2,
+    // width lines at cell height 10 + 3.
+    for (int y = 0; y < 16; ++y) EXPECT_EQ(pic.GetPixel(0, y), y == 8 || y == 13 ? 0u : 3u) << y;
+
+    // Counts of the in-memory palette; an 8-bit font's grid colour is white.
+    BmpGridLayout layout;
+    layout.Bpp = 2;
+    layout.Columns = layout.Rows = layout.PitchX = layout.PitchY = 1;
+    CreateGridPicture(pic, layout);
+    EXPECT_EQ(pic.ColorsUsed, 5u);
+    EXPECT_EQ(pic.ColorsImportant, 4u);
+    layout.Bpp = 8;
+    CreateGridPicture(pic, layout);
+    EXPECT_EQ(pic.Palette[1], 0xFEFEFEu);
+    EXPECT_EQ(pic.ColorsUsed, 256u);
+    EXPECT_EQ(layout.GridColor(), 0);
 }
 
 TEST_F(BmpFontEdits, MalformedInputsGiveTheirMessages) {
