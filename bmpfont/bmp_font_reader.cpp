@@ -206,7 +206,9 @@ void CBmpFontReader::Read(CFontData& font, const CFontFilter& filter) {
     font.IsVertical.Set(g.Vertical);
 
     int bpp = pic.Bpp;
-    std::vector<uint8_t> cell(PackedBytes(g.AreaW, g.AreaH, bpp));
+    // A pitch of 5 or 6 passes the size check yet leaves a negative area: its
+    // cells are empty (every loop over them runs zero times).
+    std::vector<uint8_t> cell(PackedBytes(std::max(g.AreaW, 0), std::max(g.AreaH, 0), bpp));
     std::vector<uint8_t> line(static_cast<std::size_t>(std::max(g.PitchX, g.PitchY)));
 
     int white = FindWhite(pic);

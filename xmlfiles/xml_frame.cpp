@@ -1,6 +1,8 @@
 #include "xmlfiles/xml_frame.h"
 
+#include <cerrno>
 #include <cwchar>
+#include <cwctype>
 #include <memory>
 
 #include <xercesc/framework/XMLPScanToken.hpp>
@@ -84,8 +86,22 @@ void CheckRootVersion(std::string& errorText, const char* rootName, AttributeLis
 }
 
 uint16_t ParseCodeNumber(std::u16string_view text) {
+    // Read as a 32-bit unsigned long whatever this platform's width, so that a
+    // file gives the same codes everywhere: larger numbers saturate, and a sign
+    // negates in 32 bits.
     std::wstring wide(text.begin(), text.end());
-    return static_cast<uint16_t>(std::wcstoul(wide.c_str(), nullptr, 0) & 0xFFFF);
+    const wchar_t* p = wide.c_str();
+    while (std::iswspace(static_cast<wint_t>(*p))) ++p;
+    bool negative = *p == L'-';
+    if (*p == L'-' || *p == L'+') ++p;
+    // The digits must follow the sign at once.
+    if (std::iswspace(static_cast<wint_t>(*p)) || *p == L'-' || *p == L'+') return 0;
+    errno = 0;
+    unsigned long long magnitude = std::wcstoull(p, nullptr, 0);
+    if (errno == ERANGE || magnitude > 0xFFFFFFFFull) return 0xFFFF;
+    uint32_t value = static_cast<uint32_t>(magnitude);
+    if (negative) value = 0u - value;
+    return static_cast<uint16_t>(value & 0xFFFF);
 }
 
 void CXmlHandlerBase::warning(const SAXParseException& e) {

@@ -41,7 +41,7 @@ bool IsElement(const XMLCh* name, std::u16string_view known);
 // Records a version mismatch of the root element (its version must be "1.0").
 void CheckRootVersion(std::string& errorText, const char* rootName, xercesc::AttributeList& attrs);
 
-// The number at the start of text as wcstoul with base 0 reads it, low 16 bits.
+// The number at the start of text as a 32-bit wcstoul with base 0 reads it, low 16 bits.
 uint16_t ParseCodeNumber(std::u16string_view text);
 
 // Base of the three handlers: captures parser errors (warnings optionally).

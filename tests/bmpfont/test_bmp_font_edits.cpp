@@ -1,8 +1,11 @@
 #include <gtest/gtest.h>
 
 #include "bmp_test_support.h"
+#include "bmpfont/bmp_file.h"
+#include "bmpfont/bmp_font_layout.h"
 #include "bmpfont/bmp_font_reader.h"
 #include "bmpfont/bmp_font_writer.h"
+#include "core/bmp_image.h"
 #include "core/font_filter.h"
 #include "core/glyph_order.h"
 #include "core/headless_pg_ctrl.h"
@@ -112,6 +115,38 @@ TEST_F(BmpFontEdits, HandEditsReadBackWithTheirWarnings) {
     EXPECT_EQ(Pg.Warnings, want);
 }
 
+TEST_F(BmpFontEdits, PaletteFramesAndMarks) {
+    CBinaryFile file(Bmp);
+    CBmpImage pic;
+    LoadBmp(file, pic);
+    // White, two greys, black, the grid colour, then black.
+    EXPECT_EQ(std::vector<uint32_t>(pic.Palette.begin(), pic.Palette.begin() + 6),
+              (std::vector<uint32_t>{0xFFFFFF, 0xAAAAAA, 0x555555, 0, 0x99AA99, 0}));
+    EXPECT_EQ(pic.Palette[255], 0u);
+    // Outer frame black, inner frame and separator (row 12) in the grid colour.
+    EXPECT_EQ(pic.GetPixel(5, 0), 3u);
+    EXPECT_EQ(pic.GetPixel(12, 7), 3u);
+    EXPECT_EQ(pic.GetPixel(5, 1), 4u);
+    EXPECT_EQ(pic.GetPixel(13, 7), 4u);
+    EXPECT_EQ(pic.GetPixel(5, 12), 4u);
+    // The marks, white in the black border: baseline at offset 1 + baseline 5 + 2,
+    // width lines at cell height 10 + 3.
+    for (int y = 0; y < 16; ++y) EXPECT_EQ(pic.GetPixel(0, y), y == 8 || y == 13 ? 0u : 3u) << y;
+
+    // Counts of the in-memory palette; an 8-bit font's grid colour is white.
+    BmpGridLayout layout;
+    layout.Bpp = 2;
+    layout.Columns = layout.Rows = layout.PitchX = layout.PitchY = 1;
+    CreateGridPicture(pic, layout);
+    EXPECT_EQ(pic.ColorsUsed, 5u);
+    EXPECT_EQ(pic.ColorsImportant, 4u);
+    layout.Bpp = 8;
+    CreateGridPicture(pic, layout);
+    EXPECT_EQ(pic.Palette[1], 0xFEFEFEu);
+    EXPECT_EQ(pic.ColorsUsed, 256u);
+    EXPECT_EQ(layout.GridColor(), 0);
+}
+
 TEST_F(BmpFontEdits, MalformedInputsGiveTheirMessages) {
     auto readerError = [&](const std::filesystem::path& bmp, const std::filesystem::path& order, int bpp = 2) {
         return ErrorOf([&] {
@@ -139,6 +174,28 @@ TEST_F(BmpFontEdits, MalformedInputsGiveTheirMessages) {
     raw.Pixels.assign(48 * 16, 0);
     auto noWhite = Dir.Write("nowhite.bmp", raw.Bytes());
     EXPECT_EQ(readerError(noWhite, Order), "BMP Error:\n Color white not found in BMP.");
+
+    // Pitches that pass the size check but leave no glyph area (horizontal 48 x 5,
+    // vertical 20 x 12 with its mark): read as empty cells, never a failed allocation.
+    for (bool vertical : {false, true}) {
+        RawBmp tiny;
+        tiny.Width = vertical ? 20 : 48;
+        tiny.Height = vertical ? 12 : 5;
+        tiny.Palette.assign(256, 0);
+        tiny.Palette[0] = 0x00FFFFFF;
+        tiny.Pixels.assign(static_cast<std::size_t>(tiny.Width * tiny.Height), 0);
+        if (vertical) tiny.Pixels[2] = 1;
+        auto path = Dir.Write("tiny.bmp", tiny.Bytes());
+        CFontData font;
+        EXPECT_EQ(ErrorOf([&] {
+                      CBmpFontReader reader(path, Order, 2);
+                      reader.CheckParameters();
+                      reader.Read(font, CFontFilter());
+                  }),
+                  "")
+            << vertical;
+        EXPECT_EQ(font.GlyphCount(), 0u) << vertical;
+    }
 
     SetPixel(0, 4, 0);  // a second odd pixel in the baseline column
     EXPECT_EQ(ErrorOf([&] { ReadBack(Order); }), "BMP Error:\n BMP has no baseline info.");

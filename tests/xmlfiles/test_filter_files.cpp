@@ -15,10 +15,10 @@ TEST(FilterFile, ReadsLettersCodesAndTheSpace) {
     CTempDir dir;
     CFontFilter f;
     f.Load(dir.Write("f.xllt", List("<head><title>ignored XYZ</title></head><body><letter>ABC abc\n\t</letter>"
-                                    "<Letter><CODE>0x3042</CODE><code> 66</code><x>D</x></Letter></body>")));
+                                    "<Letter><CODE>0x3042</CODE><code> 66</code><x>D</x><code>0x45<!-- -->F</code><code/></Letter></body>")));
     EXPECT_FALSE(f.PassAll);
     std::map<uint16_t, bool> want{{' ', true}, {'A', true}, {'B', true}, {'C', true}, {'D', true},
-                                  {'a', true}, {'b', true}, {'c', true}, {0x3042, true}};
+                                  {'E', true}, {'F', true}, {'a', true}, {'b', true}, {'c', true}, {0x3042, true}};
     EXPECT_EQ(f.Letters, want);
     EXPECT_TRUE(f.IsExcluded('X'));
     EXPECT_FALSE(f.IsExcluded(' '));

@@ -44,6 +44,11 @@ TEST(GlyphOrderFile, ReadsCellsRowByRow) {
     EXPECT_EQ(o.Width, 16);
     EXPECT_EQ(o.Height, 1);
 
+    // Numbers are unsigned 32-bit: beyond that they saturate, a sign negates in 32 bits.
+    o = LoadOrder(dir, Order("<body><order><code>0x100000041</code><code>4294967361</code><code>-1</code>"
+                             "<code>-0x10041</code><code>- 5</code><code> +0x42z</code><code>0x43<!-- -->D E</code></order></body>"));
+    EXPECT_EQ(o.Codes, (std::vector<uint16_t>{0xFFFF, 0xFFFF, 0xFFFF, 0xFFBF, 0, 0x42, 0x43, 'D', 'E'}));
+
     // A given height stands whatever the number of codes.
     o = LoadOrder(dir, Order("<body><area width=\"16\" height=\"8\"/><order>" + std::string(100, 'x') +
                              "</order></body>"));
@@ -109,6 +114,11 @@ TEST(GlyphOrderFile, HeadReaderReadsTitleAndComment) {
     EXPECT_EQ(err(Order("<title>x</title>")), "<title> must be in <head>");
     EXPECT_EQ(err(Order("<body><head/></body>")), "<head> must be in <letter-order>");
     EXPECT_EQ(err(Order("<head><x><comment/></x></head>")), "<comment> must be in <head>");
+    // The library's own exception: no line break after the category, one at the end.
+    GlyphOrderInfo none;
+    std::string missing = ErrorOf([&] { LoadGlyphOrderInfo(none, dir / "none.xlor"); });
+    EXPECT_EQ(missing.rfind("XML Error: ", 0), 0u) << missing;
+    EXPECT_EQ(missing.back(), '\n');
 }
 
 TEST(GlyphOrderFile, SearchListsLoadableOrdersAndWarnsAboutOthers) {
