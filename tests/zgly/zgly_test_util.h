@@ -67,8 +67,9 @@ inline std::vector<uint8_t> Finf(int encoding = 1) {
 // Raw blocks for hand-made files.
 // 2 x 2 cells at 1 bpp, cell size given, count cells.
 inline std::vector<uint8_t> Cglp(int cellSize, int count, int bpp = 1) {
-    std::vector<uint8_t> c = {2, 2, static_cast<uint8_t>(cellSize), 0, 2, 2, static_cast<uint8_t>(bpp), 0};
-    c.resize(8 + cellSize * count, 0xF0);
+    std::vector<uint8_t> c(static_cast<std::size_t>(8 + cellSize * count), 0xF0);
+    const uint8_t head[8] = {2, 2, static_cast<uint8_t>(cellSize), 0, 2, 2, static_cast<uint8_t>(bpp), 0};
+    std::copy(head, head + 8, c.begin());
     return c;
 }
 
