@@ -6,6 +6,11 @@
 
 void CGlyph::CropCell(const uint8_t* cell, int cellWidth, int cellHeight, int bpp) {
     int left = cellWidth + 1, top = cellHeight + 1, right = 0, bottom = 0;
+    if (cellWidth <= 0 || cellHeight <= 0) {
+        // A cell without area holds no ink.
+        Ink = InkBox{};
+        return;
+    }
     if (bpp >= 1 && bpp <= 8) {
         // Per row, the first ink pixel from the left and from the right.
         for (int y = 0; y < cellHeight; ++y) {
