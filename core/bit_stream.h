@@ -22,6 +22,16 @@ inline uint32_t PeekBits(const uint8_t* src, std::size_t bit, int bpp) {
     return (static_cast<uint32_t>(src[i]) >> (8 - end)) & mask;
 }
 
+// Up to 56 bits (n) at a bit offset, as the low bits of the result; touches
+// only the bytes that hold them. Lets scans look at many pixels at once.
+inline uint64_t PeekWideBits(const uint8_t* src, std::size_t bit, int n) {
+    const uint8_t* p = src + (bit >> 3);
+    const int bytes = (static_cast<int>(bit & 7) + n + 7) >> 3;
+    uint64_t acc = 0;
+    for (int i = 0; i < bytes; ++i) acc = acc << 8 | p[i];
+    return (acc >> (bytes * 8 - static_cast<int>(bit & 7) - n)) & ((uint64_t{1} << n) - 1);
+}
+
 // ORs a value of 1 to 8 bits (no higher bits set) into a stream whose bits
 // there are still zero; touches no byte beyond the value's own.
 inline void OrBits(uint8_t* dst, std::size_t bit, int bpp, uint32_t value) {
@@ -31,15 +41,28 @@ inline void OrBits(uint8_t* dst, std::size_t bit, int bpp, uint32_t value) {
 }
 
 // ORs n bits of src, from bit srcBit on, into a stream whose bits from dstBit
-// on are still zero; at most 8 bits a step.
+// on are still zero. Once the destination reaches a byte boundary, each
+// destination byte takes its 8 bits from at most two source bytes (glyph rows
+// and whole cells go through here).
 inline void OrBitRun(uint8_t* dst, std::size_t dstBit, const uint8_t* src, std::size_t srcBit, std::size_t n) {
-    while (n > 0) {
-        const int chunk = static_cast<int>(std::min<std::size_t>(n, 8 - (dstBit & 7)));
-        if (const uint32_t v = PeekBits(src, srcBit, chunk)) OrBits(dst, dstBit, chunk, v);
-        dstBit += chunk;
-        srcBit += chunk;
-        n -= chunk;
+    const int head = static_cast<int>(std::min<std::size_t>(n, (8 - (dstBit & 7)) & 7));
+    if (head > 0) {
+        if (const uint32_t v = PeekBits(src, srcBit, head)) OrBits(dst, dstBit, head, v);
+        dstBit += head;
+        srcBit += head;
+        n -= head;
     }
+    uint8_t* d = dst + (dstBit >> 3);
+    const uint8_t* s = src + (srcBit >> 3);
+    const int shift = static_cast<int>(srcBit & 7);
+    if (shift == 0) {
+        for (; n >= 8; n -= 8) *d++ |= *s++;
+    } else {
+        // Both source bytes hold bits of the run, so neither read is beyond it.
+        for (; n >= 8; n -= 8, ++s) *d++ |= static_cast<uint8_t>(s[0] << shift | s[1] >> (8 - shift));
+    }
+    if (n > 0)
+        if (const uint32_t v = PeekBits(s, shift, static_cast<int>(n))) OrBits(d, 0, static_cast<int>(n), v);
 }
 
 class CBitWriter {

@@ -3,6 +3,7 @@
 
 #include "core/bit_stream.h"
 #include "core/font_data.h"
+#include "core/packed_image.h"
 
 void CGlyph::CropCell(const uint8_t* cell, int cellWidth, int cellHeight, int bpp) {
     int left = cellWidth + 1, top = cellHeight + 1, right = 0, bottom = 0;
@@ -12,14 +13,10 @@ void CGlyph::CropCell(const uint8_t* cell, int cellWidth, int cellHeight, int bp
         return;
     }
     if (bpp >= 1 && bpp <= 8) {
-        // Per row, the first ink pixel from the left and from the right.
         for (int y = 0; y < cellHeight; ++y) {
-            const std::size_t row = static_cast<std::size_t>(y) * cellWidth * bpp;
-            int first = 0;
-            while (first < cellWidth && PeekBits(cell, row + static_cast<std::size_t>(first) * bpp, bpp) == 0) ++first;
-            if (first == cellWidth) continue;
-            int last = cellWidth - 1;
-            while (PeekBits(cell, row + static_cast<std::size_t>(last) * bpp, bpp) == 0) --last;
+            int first, last;
+            if (!FindRowInk(cell, static_cast<std::size_t>(y) * cellWidth * bpp, cellWidth, bpp, first, last))
+                continue;
             left = std::min(left, first);
             right = std::max(right, last + 1);
             top = std::min(top, y);

@@ -1,6 +1,7 @@
 #include "core/packed_image.h"
 
 #include <algorithm>
+#include <bit>
 #include <vector>
 
 #include "core/bit_stream.h"
@@ -27,18 +28,42 @@ void Pack(uint8_t* dst, int width, int height, int bpp, At at) {
     w.Flush();
 }
 
-// Turns by a map from new (x, y) to the old pixel index, reading a copy of the
-// source so that the turn may be done in place.
+// Turns by a map from new (x, y) to the old pixel index. The source is first
+// spread to one byte a pixel (so the turn may be done in place), then the new
+// image is packed in its own order through an accumulator: no per-pixel bit
+// addressing on either side. The scratch buffer lives on, as every glyph of a
+// font turns the same way.
 template <class From>
 bool TurnPacked(uint8_t* dst, const uint8_t* src, int newWidth, int newHeight, int bpp, From from) {
     if (bpp < 1 || bpp > 8 || newWidth < 1 || newHeight < 1) return false;
-    const std::size_t bytes = PackedBytes(newWidth, newHeight, bpp);
-    const std::vector<uint8_t> copy(src, src + bytes);
-    std::fill_n(dst, bytes, uint8_t{0});
-    std::size_t bit = 0;
+    static thread_local std::vector<uint8_t> scratch;
+    const std::size_t count = static_cast<std::size_t>(newWidth) * newHeight;
+    scratch.resize(count);
+    // A plain pointer: byte stores through dst could otherwise alias the
+    // vector's own fields and force reloads every pixel.
+    uint8_t* const values = scratch.data();
+    if (8 % bpp == 0) {
+        // Depths that fill whole bytes: every source byte read once.
+        const uint32_t mask = (1u << bpp) - 1;
+        std::size_t i = 0;
+        for (const uint8_t* p = src; i < count; ++p)
+            for (int shift = 8 - bpp; shift >= 0 && i < count; shift -= bpp)
+                values[i++] = static_cast<uint8_t>(*p >> shift & mask);
+    } else {
+        for (std::size_t i = 0; i < count; ++i) values[i] = static_cast<uint8_t>(PeekBits(src, i * bpp, bpp));
+    }
+    uint32_t pending = 0;  // the low `held` bits are not yet written
+    int held = 0;
     for (int y = 0; y < newHeight; ++y)
-        for (int x = 0; x < newWidth; ++x, bit += bpp)
-            if (const uint32_t v = PeekBits(copy.data(), from(x, y) * bpp, bpp)) OrBits(dst, bit, bpp, v);
+        for (int x = 0; x < newWidth; ++x) {
+            pending = pending << bpp | values[from(x, y)];
+            held += bpp;
+            if (held >= 8) {
+                held -= 8;
+                *dst++ = static_cast<uint8_t>(pending >> held);
+            }
+        }
+    if (held > 0) *dst = static_cast<uint8_t>(pending << (8 - held));
     return true;
 }
 
@@ -101,19 +126,45 @@ void CopyRect(uint8_t* dst, const uint8_t* src, int srcWidth, int dstWidth, int 
     }
 }
 
+bool FindRowInk(const uint8_t* src, std::size_t rowBit, int width, int bpp, int& first, int& last) {
+    // Up to 56 bits at a time: a pixel is not 0 when any of its bits is set,
+    // so the zero bits before the first and after the last set bit tell both.
+    const int perChunk = 56 / bpp;
+    first = last = -1;
+    for (int x0 = 0; x0 < width; x0 += perChunk) {
+        const int bits = std::min(perChunk, width - x0) * bpp;
+        const uint64_t v = PeekWideBits(src, rowBit + static_cast<std::size_t>(x0) * bpp, bits);
+        if (v == 0) continue;
+        if (first < 0) first = x0 + (std::countl_zero(v) - (64 - bits)) / bpp;
+        last = x0 + (bits - 1 - std::countr_zero(v)) / bpp;
+    }
+    return first >= 0;
+}
+
 bool FindInkBox(InkBox& out, const uint8_t* src, int width, int height, int bpp, uint32_t background) {
     int left = width, top = height, right = -1, bottom = -1;
-    CBitReader r;
-    r.Start(src);
-    for (int y = 0; y < height; ++y)
-        for (int x = 0; x < width; ++x) {
-            if (r.ReadValue(bpp) != background) {
-                if (x < left) left = x;
-                if (x > right) right = x;
-                if (y < top) top = y;
-                bottom = y;
-            }
+    if (background == 0 && bpp >= 1 && bpp <= 8) {
+        for (int y = 0; y < height; ++y) {
+            int first, last;
+            if (!FindRowInk(src, static_cast<std::size_t>(y) * width * bpp, width, bpp, first, last)) continue;
+            left = std::min(left, first);
+            right = std::max(right, last);
+            top = std::min(top, y);
+            bottom = y;
         }
+    } else {
+        CBitReader r;
+        r.Start(src);
+        for (int y = 0; y < height; ++y)
+            for (int x = 0; x < width; ++x) {
+                if (r.ReadValue(bpp) != background) {
+                    if (x < left) left = x;
+                    if (x > right) right = x;
+                    if (y < top) top = y;
+                    bottom = y;
+                }
+            }
+    }
     if (right < 0) {
         out = InkBox{};
         return false;

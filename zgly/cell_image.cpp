@@ -13,21 +13,15 @@ using namespace zgly;
 namespace {
 
 // Copies the first w pixels of each of the h rows of a cw-wide cell into a
-// packed w x h grid.
+// packed w x h grid, a run of bits per row (one run when the rows are whole).
 void ExtractColumns(uint8_t* dst, const uint8_t* cell, int w, int h, int cw, int bpp) {
-    CBitReader r;
-    r.Start(cell);
-    CBitWriter out;
-    out.Start(dst);
-    for (int y = 0; y < h; ++y) {
-        for (int x = 0; x < w; ++x) {
-            out.Write(bpp, r.Read(bpp));
-            out.MarkPending();
-        }
-        // Not after the last row: skipping loads the next byte.
-        if (cw > w && y + 1 < h) r.Skip((cw - w) * bpp);
+    std::fill_n(dst, PackedBytes(w, h, bpp), uint8_t{0});
+    const std::size_t rowBits = static_cast<std::size_t>(w) * bpp, cellRowBits = static_cast<std::size_t>(cw) * bpp;
+    if (w == cw) {
+        OrBitRun(dst, 0, cell, 0, rowBits * h);
+        return;
     }
-    out.Flush();
+    for (int y = 0; y < h; ++y) OrBitRun(dst, y * rowBits, cell, y * cellRowBits, rowBits);
 }
 
 }  // namespace

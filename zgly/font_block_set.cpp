@@ -24,32 +24,40 @@ uint64_t MapDataBytes(const CFontBlock& b) {
     }
 }
 
-// For every 16-bit key, the first range in list order that covers it. A
-// "next free key" chain skips keys already decided, so overlapping ranges
-// cost nothing more.
-std::vector<int32_t> FirstCovering(const std::vector<std::pair<uint32_t, uint32_t>>& ranges) {
-    std::vector<int32_t> owner(0x10000, -1);
-    std::vector<uint32_t> nextFree(0x10001);
-    for (uint32_t i = 0; i <= 0x10000; ++i) nextFree[i] = i;
-    auto find = [&](uint32_t k) {
-        uint32_t root = k;
-        while (nextFree[root] != root) root = nextFree[root];
-        while (nextFree[k] != root) {
-            uint32_t n = nextFree[k];
-            nextFree[k] = root;
-            k = n;
-        }
-        return root;
-    };
-    for (std::size_t i = 0; i < ranges.size(); ++i) {
-        auto [first, last] = ranges[i];
+// For the ranges of a tag's blocks in file order, the keys each one decides
+// (those no earlier range covers), sorted by key. The keys already decided
+// are kept as disjoint intervals; each range takes the gaps between those it
+// meets and merges them into one, so many overlapping blocks stay cheap.
+std::vector<CFontBlockSet::Span> DecidedSpans(const std::vector<const CFontBlock*>& blocks, uint32_t firstAt,
+                                              uint32_t lastAt) {
+    std::vector<CFontBlockSet::Span> spans;
+    std::map<uint32_t, uint32_t> decided;  // first key -> last key
+    for (const CFontBlock* b : blocks) {
+        const uint32_t first = FirstOf(*b, firstAt), last = FirstOf(*b, lastAt);
         if (first > last) continue;
-        for (uint32_t k = find(first); k <= last; k = find(k)) {
-            owner[k] = static_cast<int32_t>(i);
-            nextFree[k] = k + 1;
+        auto it = decided.upper_bound(first);
+        if (it != decided.begin() && std::prev(it)->second >= first) --it;
+        uint32_t from = first, mergedFirst = first, mergedLast = last;
+        while (it != decided.end() && it->first <= last) {
+            if (it->first > from) spans.push_back({from, it->first - 1, b});
+            from = std::max(from, it->second + 1);
+            mergedFirst = std::min(mergedFirst, it->first);
+            mergedLast = std::max(mergedLast, it->second);
+            it = decided.erase(it);
         }
+        if (from <= last) spans.push_back({from, last, b});
+        decided.emplace(mergedFirst, mergedLast);
     }
-    return owner;
+    std::sort(spans.begin(), spans.end(), [](const auto& a, const auto& b) { return a.First < b.First; });
+    return spans;
+}
+
+// The span holding a key, or nullptr.
+const CFontBlock* SpanBlock(const std::vector<CFontBlockSet::Span>& spans, uint32_t key) {
+    auto it = std::upper_bound(spans.begin(), spans.end(), key, [](uint32_t k, const auto& s) { return k < s.First; });
+    if (it == spans.begin()) return nullptr;
+    --it;
+    return key <= it->Last ? it->Block : nullptr;
 }
 
 }  // namespace
@@ -60,6 +68,10 @@ void CFontBlockSet::AddBlock(uint32_t tag, const uint8_t* content, uint32_t leng
     block->Size = length + BlockHeaderSize;
     block->Content.assign(content, content + length);
     Blocks[tag].push_back(std::move(block));
+    // A block added after Validate is not in the spans.
+    Indexed = false;
+    MapSpanList.clear();
+    WidthSpanList.clear();
 }
 
 CFontBlock* CFontBlockSet::GetBlock(uint32_t tag, uint32_t index) {
@@ -121,31 +133,24 @@ void CFontBlockSet::Validate() {
 }
 
 void CFontBlockSet::BuildLookupIndexes() {
-    std::vector<std::pair<uint32_t, uint32_t>> ranges;
-    for (uint32_t i = 0; const CFontBlock* m = GetBlock(TagCMAP, i); ++i)
-        ranges.emplace_back(FirstOf(*m, CmapFirstCode), FirstOf(*m, CmapLastCode));
-    MapBlockOfCode = FirstCovering(ranges);
-    ranges.clear();
-    for (uint32_t i = 0; const CFontBlock* w = GetBlock(TagCWDH, i); ++i)
-        ranges.emplace_back(FirstOf(*w, CwdhFirstGlyph), FirstOf(*w, CwdhLastGlyph));
-    WidthBlockOfGlyph = FirstCovering(ranges);
+    std::vector<const CFontBlock*> list;
+    for (uint32_t i = 0; const CFontBlock* m = GetBlock(TagCMAP, i); ++i) list.push_back(m);
+    MapSpanList = DecidedSpans(list, CmapFirstCode, CmapLastCode);
+    list.clear();
+    for (uint32_t i = 0; const CFontBlock* w = GetBlock(TagCWDH, i); ++i) list.push_back(w);
+    WidthSpanList = DecidedSpans(list, CwdhFirstGlyph, CwdhLastGlyph);
+    Indexed = true;
 }
 
 const CFontBlock* CFontBlockSet::DecidingMapBlock(uint16_t code) const {
-    if (!MapBlockOfCode.empty()) {
-        int32_t i = MapBlockOfCode[code];
-        return i < 0 ? nullptr : GetBlock(TagCMAP, static_cast<uint32_t>(i));
-    }
+    if (Indexed) return SpanBlock(MapSpanList, code);
     for (uint32_t i = 0; const CFontBlock* m = GetBlock(TagCMAP, i); ++i)
         if (FirstOf(*m, CmapFirstCode) <= code && code <= FirstOf(*m, CmapLastCode)) return m;
     return nullptr;
 }
 
 const CFontBlock* CFontBlockSet::CoveringWidthBlock(uint16_t glyph) const {
-    if (!WidthBlockOfGlyph.empty()) {
-        int32_t i = WidthBlockOfGlyph[glyph];
-        return i < 0 ? nullptr : GetBlock(TagCWDH, static_cast<uint32_t>(i));
-    }
+    if (Indexed) return SpanBlock(WidthSpanList, glyph);
     for (uint32_t i = 0; const CFontBlock* w = GetBlock(TagCWDH, i); ++i)
         if (FirstOf(*w, CwdhFirstGlyph) <= glyph && glyph <= FirstOf(*w, CwdhLastGlyph)) return w;
     return nullptr;

@@ -45,6 +45,15 @@ public:
 
     // 0xFFFF when the code has no glyph.
     uint16_t FindGlyphIndex(uint16_t code) const;
+    // The codes (or glyph indices) a block decides: those of its range that
+    // no earlier block of its tag covers.
+    struct Span {
+        uint32_t First = 0, Last = 0;
+        const CFontBlock* Block = nullptr;
+    };
+    // The CMAP spans in ascending code order, for walks over every code;
+    // built by Validate (empty before it).
+    const std::vector<Span>& MapSpans() const { return MapSpanList; }
     // The first CWDH entry covering the glyph, else the FINF defaults.
     CharWidths GetCharWidths(uint16_t glyph) const;
     // The glyph's cell, or nullptr when the index is beyond the stored cells.
@@ -60,11 +69,11 @@ private:
     void BuildLookupIndexes();
 
     std::map<uint32_t, std::vector<std::unique_ptr<CFontBlock>>> Blocks;
-    // For each code / glyph index, the position of the block that decides it
-    // (-1 none); built by Validate so that a file of many overlapping blocks
-    // costs no more than one pass.
-    std::vector<int32_t> MapBlockOfCode;
-    std::vector<int32_t> WidthBlockOfGlyph;
+    // Built by Validate so that a file of many overlapping blocks costs no
+    // more than one sorted pass per lookup; before it, lookups scan the blocks.
+    bool Indexed = false;
+    std::vector<Span> MapSpanList;
+    std::vector<Span> WidthSpanList;
 };
 
 // Reads the 16-bit mapping of one CMAP block; 0xFFFF when the code is not in

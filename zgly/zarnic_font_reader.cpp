@@ -7,6 +7,7 @@
 #include "core/pg_ctrl.h"
 #include "zgly/cell_image.h"
 #include "zgly/font_block_file.h"
+#include "zgly/font_block_set.h"
 #include "zgly/zgly_format.h"
 
 using namespace zgly;
@@ -46,9 +47,15 @@ void CZarnicFontReader::Read(CFontData& font, const CFontFilter& filter) {
     const int cw = layout.StoredWidth;
 
     CGlyphImage image;
+    // Walks the codes and the deciding CMAP spans side by side instead of
+    // looking each code up on its own.
+    const auto& spans = blocks.MapSpans();
+    auto span = spans.begin();
     for (uint32_t c = 0; c <= 0xFFFF; ++c) {
         const uint16_t code = static_cast<uint16_t>(c);
-        const uint16_t g = blocks.FindGlyphIndex(code);
+        while (span != spans.end() && span->Last < c) ++span;
+        const bool decided = span != spans.end() && span->First <= c;
+        const uint16_t g = decided ? LookUpMapBlock(*span->Block, code) : NoGlyph;
         if (pg) pg->StepProgress(1);
         if (g == NoGlyph) continue;
         const char16_t u = FileCodeToUnicode(encoding, code);

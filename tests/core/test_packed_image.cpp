@@ -71,4 +71,43 @@ TEST(PackedImage, FindsInkBox) {
     EXPECT_EQ((std::vector<int>{box.X0, box.Y0, box.X1, box.Y1}), (std::vector<int>{0, 0, 4, 3}));
 }
 
+// Turns and ink boxes of random images at every depth, rows longer than a
+// scan chunk and odd bit offsets included, against the pixel reference.
+TEST(PackedImage, RandomImagesTurnAndCropLikeTheReference) {
+    uint32_t seed = 4242;
+    auto next = [&](int n) {
+        seed = seed * 1103515245u + 12345u;
+        return static_cast<int>((seed >> 16) % static_cast<uint32_t>(n));
+    };
+    for (int round = 0; round < 200; ++round) {
+        const int bpp = 1 + round % 8, w = 1 + next(40), h = 1 + next(12);
+        std::vector<uint32_t> px(static_cast<std::size_t>(w) * h, 0);
+        for (int i = next(6); i > 0; --i) px[next(w * h)] = 1 + next((1 << bpp) - 1);
+        const auto at = [&](int x, int y) { return px[static_cast<std::size_t>(y) * w + x]; };
+        std::vector<uint32_t> cw, ccw, half;
+        for (int y = 0; y < w; ++y)
+            for (int x = 0; x < h; ++x) cw.push_back(at(y, h - 1 - x)), ccw.push_back(at(w - 1 - y, x));
+        for (int i = w * h - 1; i >= 0; --i) half.push_back(px[i]);
+        const auto src = PackRef(px, bpp);
+        auto img = src;
+        RotateClockwise(img.data(), img.data(), w, h, bpp);
+        ASSERT_EQ(img, PackRef(cw, bpp)) << "round " << round;
+        img = src;
+        RotateCounterClockwise(img.data(), img.data(), w, h, bpp);
+        ASSERT_EQ(img, PackRef(ccw, bpp)) << "round " << round;
+        img = src;
+        Rotate180(img.data(), img.data(), w, h, bpp);
+        ASSERT_EQ(img, PackRef(half, bpp)) << "round " << round;
+
+        int x0 = w, y0 = h, x1 = 0, y1 = 0;
+        for (int y = 0; y < h; ++y)
+            for (int x = 0; x < w; ++x)
+                if (at(x, y)) x0 = std::min(x0, x), y0 = std::min(y0, y), x1 = std::max(x1, x + 1), y1 = y + 1;
+        InkBox box;
+        const bool found = FindInkBox(box, src.data(), w, h, bpp, 0);
+        ASSERT_EQ(found, x1 > 0) << "round " << round;
+        if (found) ASSERT_EQ((std::vector<int>{box.X0, box.Y0, box.X1, box.Y1}), (std::vector<int>{x0, y0, x1, y1}));
+    }
+}
+
 }  // namespace

@@ -113,6 +113,44 @@ TEST(ZglyBlockFile, LookupsFollowTheChain) {
     EXPECT_EQ(set.GetCellBits(4), nullptr);
 }
 
+// Many overlapping CMAP and CWDH blocks: the indexed lookups and the walk
+// over MapSpans give, for every code, what a scan of the blocks in file order gives.
+TEST(ZglyBlockFile, OverlappingBlocksDecideByFileOrder) {
+    CFontBlockSet indexed, scanned;
+    auto add = [&](uint32_t tag, const std::vector<uint8_t>& c) {
+        indexed.AddBlock(tag, c.data(), static_cast<uint32_t>(c.size()));
+        scanned.AddBlock(tag, c.data(), static_cast<uint32_t>(c.size()));
+    };
+    add(TagFINF, Finf());
+    add(TagCGLP, Cglp(1, 4));
+    uint32_t seed = 99;
+    auto next = [&](int n) {
+        seed = seed * 1103515245u + 12345u;
+        return static_cast<int>((seed >> 8) % static_cast<uint32_t>(n));
+    };
+    for (int i = 0; i < 40; ++i) {
+        const int first = next(0x10000), last = std::min(0xFFFF, first + next(i % 3 ? 300 : 40000));
+        add(TagCMAP, Cmap(static_cast<uint16_t>(first), static_cast<uint16_t>(last), 0, {static_cast<uint16_t>(i)}));
+        const int g = next(3000), n = 1 + next(50);
+        std::vector<uint8_t> widths = {static_cast<uint8_t>(g), static_cast<uint8_t>(g >> 8),
+                                       static_cast<uint8_t>(g + n - 1), static_cast<uint8_t>((g + n - 1) >> 8),
+                                       0, 0, 0, 0};
+        for (int k = 0; k < n; ++k) widths.insert(widths.end(), {static_cast<uint8_t>(i), 1, 1});
+        add(TagCWDH, widths);
+    }
+    indexed.Validate();
+    const auto& spans = indexed.MapSpans();
+    auto span = spans.begin();
+    for (uint32_t c = 0; c <= 0xFFFF; ++c) {
+        const auto code = static_cast<uint16_t>(c);
+        while (span != spans.end() && span->Last < c) ++span;
+        const uint16_t walked = span != spans.end() && span->First <= c ? LookUpMapBlock(*span->Block, code) : 0xFFFF;
+        ASSERT_EQ(indexed.FindGlyphIndex(code), scanned.FindGlyphIndex(code)) << c;
+        ASSERT_EQ(walked, scanned.FindGlyphIndex(code)) << c;
+    }
+    for (uint16_t g = 0; g < 3100; ++g) ASSERT_EQ(indexed.GetCharWidths(g).Left, scanned.GetCharWidths(g).Left) << g;
+}
+
 TEST(ZglyBlockFile, SaveWritesPaddedBlocksBehindTheHeader) {
     CScratchDir dir;
     CFontBlockSet set;
