@@ -57,12 +57,14 @@ void CFontData::CopyValuesFrom(const CFontData& o) {
 }
 
 void CFontData::AddGlyph(std::unique_ptr<CGlyph> glyph, uint16_t code) {
-    if (GlyphByCode.empty()) GlyphByCode.assign(0x10000, nullptr);
-    CGlyph* stored = GlyphByCode[code];
+    auto& page = GlyphByCode[code >> 8];
+    if (!page) page = std::make_unique<CodePage256>();  // value-initialised: all null
+    CGlyph*& slot = (*page)[code & 0xFF];
+    CGlyph* stored = slot;
     if (!stored) {
         glyph->Index = static_cast<uint16_t>(Glyphs.size());
         glyph->Code = code;
-        GlyphByCode[code] = glyph.get();
+        slot = glyph.get();
         Glyphs.push_back(std::move(glyph));
         return;
     }
@@ -73,7 +75,8 @@ void CFontData::AddGlyph(std::unique_ptr<CGlyph> glyph, uint16_t code) {
 }
 
 const CGlyph* CFontData::FindGlyph(uint16_t code) const {
-    return GlyphByCode.empty() ? nullptr : GlyphByCode[code];
+    const auto& page = GlyphByCode[code >> 8];
+    return page ? (*page)[code & 0xFF] : nullptr;
 }
 
 void CFontData::SortGlyphs() {
@@ -83,7 +86,7 @@ void CFontData::SortGlyphs() {
 
 void CFontData::Clear() {
     Glyphs.clear();
-    GlyphByCode.clear();
+    for (auto& page : GlyphByCode) page.reset();
 }
 
 void CFontData::PrepareForOutput() {

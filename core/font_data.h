@@ -2,6 +2,7 @@
 // font-wide values that readers set and output preparation derives.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <vector>
@@ -105,7 +106,9 @@ private:
     void CopyValuesFrom(const CFontData& other);
 
     std::vector<std::unique_ptr<CGlyph>> Glyphs;
-    // Code -> glyph, non-owning; a flat table because every reader looks up
-    // codes across the whole 16-bit range.
-    std::vector<CGlyph*> GlyphByCode;
+    // Code -> glyph, non-owning, in pages of 256 codes made on first use:
+    // lookups stay one step, and a font does not pay for a half-megabyte
+    // flat table of fresh memory (page faults dominate a short run).
+    using CodePage256 = std::array<CGlyph*, 256>;
+    std::array<std::unique_ptr<CodePage256>, 256> GlyphByCode;
 };

@@ -63,10 +63,14 @@ const CFontBlock* SpanBlock(const std::vector<CFontBlockSet::Span>& spans, uint3
 }  // namespace
 
 void CFontBlockSet::AddBlock(uint32_t tag, const uint8_t* content, uint32_t length) {
+    AddBlock(tag, std::vector<uint8_t>(content, content + length));
+}
+
+void CFontBlockSet::AddBlock(uint32_t tag, std::vector<uint8_t> content) {
     auto block = std::make_unique<CFontBlock>();
     block->Tag = tag;
-    block->Size = length + BlockHeaderSize;
-    block->Content.assign(content, content + length);
+    block->Size = static_cast<uint32_t>(content.size()) + BlockHeaderSize;
+    block->Content = std::move(content);
     Blocks[tag].push_back(std::move(block));
     // A block added after Validate is not in the spans.
     Indexed = false;

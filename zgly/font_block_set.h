@@ -32,6 +32,9 @@ struct CFontBlock {
 class CFontBlockSet {
 public:
     void AddBlock(uint32_t tag, const uint8_t* content, uint32_t length);
+    // Takes the content over instead of copying it (the writer's glyph block
+    // is megabytes).
+    void AddBlock(uint32_t tag, std::vector<uint8_t> content);
     // The index-th block of a tag, or nullptr.
     CFontBlock* GetBlock(uint32_t tag, uint32_t index);
     const CFontBlock* GetBlock(uint32_t tag, uint32_t index) const;

@@ -196,7 +196,7 @@ void CZarnicFontWriter::AddGlyphCells(const CFontData& work, CFontBlockSet& bloc
     c[CglpMaxCharWidth] = static_cast<uint8_t>(vertical ? work.MaxCharHeight.Value : work.MaxCharWidth.Value);
     c[CglpBpp] = static_cast<uint8_t>(bpp);
     c[CglpFlags] = static_cast<uint8_t>((vertical ? FlagVertical : 0) + 2 * Rotation);
-    blocks.AddBlock(TagCGLP, content.data(), static_cast<uint32_t>(content.size()));
+    blocks.AddBlock(TagCGLP, std::move(content));
 }
 
 CharWidths CZarnicFontWriter::WidthEntry(const CFontData& work, const CGlyph& g) const {
@@ -241,7 +241,7 @@ void CZarnicFontWriter::AddWidths(const CFontData& work, CFontBlockSet& blocks) 
         p[1] = e.GlyphWidth;
         p[2] = e.CharWidth;
     }
-    blocks.AddBlock(TagCWDH, content.data(), static_cast<uint32_t>(content.size()));
+    blocks.AddBlock(TagCWDH, std::move(content));
 }
 
 void CZarnicFontWriter::AddCharMap(const CFontData& work, CFontBlockSet& blocks) const {
@@ -249,8 +249,7 @@ void CZarnicFontWriter::AddCharMap(const CFontData& work, CFontBlockSet& blocks)
     list.reserve(work.GlyphCount());
     for (const auto& glyph : work.GetGlyphs()) list.push_back(CodeGlyph{glyph->Code, glyph->Index});
     for (const CharMapBlock& b : BuildCharMap(list, Step)) {
-        std::vector<uint8_t> content = b.Encode();
-        blocks.AddBlock(TagCMAP, content.data(), static_cast<uint32_t>(content.size()));
+        blocks.AddBlock(TagCMAP, b.Encode());
     }
 }
 
