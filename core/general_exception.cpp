@@ -1,5 +1,6 @@
 #include "core/general_exception.h"
 
+#include <algorithm>
 #include <cstdio>
 
 #include "core/pg_ctrl.h"
@@ -76,6 +77,8 @@ std::string Utf16ToUtf8(std::u16string_view text) {
 }
 
 std::string CutMessage(std::string text) {
+    // No more bytes than the limit means no more characters either.
+    if (text.size() <= MaxMessageChars) return text;
     std::size_t chars = 0;
     for (std::size_t i = 0; i < text.size(); ++i) {
         if ((static_cast<unsigned char>(text[i]) & 0xC0) != 0x80) {
@@ -95,7 +98,10 @@ std::string FormatStringList(std::string_view format, std::initializer_list<CFor
     for (std::size_t i = 0; i < format.size(); ++i) {
         char ch = format[i];
         if (ch != '%') {
-            out += ch;
+            // The plain text up to the next conversion in one piece.
+            const std::size_t end = std::min(format.find('%', i), format.size());
+            out.append(format.substr(i, end - i));
+            i = end - 1;
             continue;
         }
         // %[flags][width][.precision][length]conversion

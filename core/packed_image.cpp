@@ -31,40 +31,56 @@ void Pack(uint8_t* dst, int width, int height, int bpp, At at) {
 // Turns by a map from new (x, y) to the old pixel index. The source is first
 // spread to one byte a pixel (so the turn may be done in place), then the new
 // image is packed in its own order through an accumulator: no per-pixel bit
-// addressing on either side. The scratch buffer lives on, as every glyph of a
-// font turns the same way.
-template <class From>
-bool TurnPacked(uint8_t* dst, const uint8_t* src, int newWidth, int newHeight, int bpp, From from) {
-    if (bpp < 1 || bpp > 8 || newWidth < 1 || newHeight < 1) return false;
+// addressing on either side. The depth is a constant here so that the shifts
+// are too (every glyph of a font turns at one depth). The scratch buffer
+// lives on between calls.
+template <int Bpp, class From>
+void TurnAtDepth(uint8_t* dst, const uint8_t* src, int newWidth, int newHeight, From from) {
     static thread_local std::vector<uint8_t> scratch;
     const std::size_t count = static_cast<std::size_t>(newWidth) * newHeight;
     scratch.resize(count);
     // A plain pointer: byte stores through dst could otherwise alias the
     // vector's own fields and force reloads every pixel.
     uint8_t* const values = scratch.data();
-    if (8 % bpp == 0) {
+    constexpr uint32_t Mask = (1u << Bpp) - 1;
+    if constexpr (8 % Bpp == 0) {
         // Depths that fill whole bytes: every source byte read once.
-        const uint32_t mask = (1u << bpp) - 1;
         std::size_t i = 0;
         for (const uint8_t* p = src; i < count; ++p)
-            for (int shift = 8 - bpp; shift >= 0 && i < count; shift -= bpp)
-                values[i++] = static_cast<uint8_t>(*p >> shift & mask);
+            for (int shift = 8 - Bpp; shift >= 0 && i < count; shift -= Bpp)
+                values[i++] = static_cast<uint8_t>(*p >> shift & Mask);
     } else {
-        for (std::size_t i = 0; i < count; ++i) values[i] = static_cast<uint8_t>(PeekBits(src, i * bpp, bpp));
+        for (std::size_t i = 0; i < count; ++i) values[i] = static_cast<uint8_t>(PeekBits(src, i * Bpp, Bpp));
     }
     uint32_t pending = 0;  // the low `held` bits are not yet written
     int held = 0;
     for (int y = 0; y < newHeight; ++y)
         for (int x = 0; x < newWidth; ++x) {
-            pending = pending << bpp | values[from(x, y)];
-            held += bpp;
+            pending = pending << Bpp | values[from(x, y)];
+            held += Bpp;
             if (held >= 8) {
                 held -= 8;
                 *dst++ = static_cast<uint8_t>(pending >> held);
             }
         }
     if (held > 0) *dst = static_cast<uint8_t>(pending << (8 - held));
-    return true;
+}
+
+// False for depths and sizes the pixel-list fallback handles.
+template <class From>
+bool TurnPacked(uint8_t* dst, const uint8_t* src, int newWidth, int newHeight, int bpp, From from) {
+    if (newWidth < 1 || newHeight < 1) return false;
+    switch (bpp) {
+    case 1: TurnAtDepth<1>(dst, src, newWidth, newHeight, from); return true;
+    case 2: TurnAtDepth<2>(dst, src, newWidth, newHeight, from); return true;
+    case 3: TurnAtDepth<3>(dst, src, newWidth, newHeight, from); return true;
+    case 4: TurnAtDepth<4>(dst, src, newWidth, newHeight, from); return true;
+    case 5: TurnAtDepth<5>(dst, src, newWidth, newHeight, from); return true;
+    case 6: TurnAtDepth<6>(dst, src, newWidth, newHeight, from); return true;
+    case 7: TurnAtDepth<7>(dst, src, newWidth, newHeight, from); return true;
+    case 8: TurnAtDepth<8>(dst, src, newWidth, newHeight, from); return true;
+    default: return false;
+    }
 }
 
 }  // namespace

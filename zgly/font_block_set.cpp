@@ -195,6 +195,26 @@ uint16_t LookUpMapBlock(const CFontBlock& b, uint16_t code) {
     }
 }
 
+uint16_t CCodeWalker::GlyphOf(uint16_t code) {
+    while (SpanAt < Spans.size() && Spans[SpanAt].Last < code) ++SpanAt;
+    if (SpanAt == Spans.size() || Spans[SpanAt].First > code) return NoGlyph;
+    const CFontBlock& b = *Spans[SpanAt].Block;
+    if (b.Length() < CmapHeadSize + 2 || GetU16(b.Data() + CmapMethod) != MethodScan) return LookUpMapBlock(b, code);
+    if (&b != ScanBlock) {
+        ScanBlock = &b;
+        Pairs = b.Data() + CmapHeadSize + 2;
+        PairCount = std::min<long>(GetU16(b.Data() + CmapHeadSize), (b.Length() - CmapHeadSize - 2) / 4);
+        PairAt = 0;
+        PairsAscend = true;
+        for (long i = 1; i < PairCount && PairsAscend; ++i)
+            PairsAscend = GetU16(Pairs + 4 * (i - 1)) < GetU16(Pairs + 4 * i);
+    }
+    // Pairs out of order: the binary search decides, as for single lookups.
+    if (!PairsAscend) return LookUpMapBlock(b, code);
+    while (PairAt < PairCount && GetU16(Pairs + 4 * PairAt) < code) ++PairAt;
+    return PairAt < PairCount && GetU16(Pairs + 4 * PairAt) == code ? GetU16(Pairs + 4 * PairAt + 2) : NoGlyph;
+}
+
 uint32_t CountMappedCodes(const CFontBlock& b) {
     if (b.Length() < CmapHeadSize) return 0;
     uint16_t first = GetU16(b.Data() + CmapFirstCode), last = GetU16(b.Data() + CmapLastCode);

@@ -79,6 +79,25 @@ private:
     std::vector<Span> WidthSpanList;
 };
 
+// Looks up ascending codes one after another with the answers of
+// FindGlyphIndex, but no search per code: the deciding spans are followed in
+// order, and the pairs of a scan block (which usually covers every code that
+// no other block does) with a cursor while they are in ascending order.
+class CCodeWalker {
+public:
+    explicit CCodeWalker(const CFontBlockSet& set) : Spans(set.MapSpans()) {}
+    // Codes must not descend from one call to the next.
+    uint16_t GlyphOf(uint16_t code);
+
+private:
+    const std::vector<CFontBlockSet::Span>& Spans;
+    std::size_t SpanAt = 0;
+    const CFontBlock* ScanBlock = nullptr;  // the scan block the cursor is in
+    const uint8_t* Pairs = nullptr;
+    long PairCount = 0, PairAt = 0;
+    bool PairsAscend = false;
+};
+
 // Reads the 16-bit mapping of one CMAP block; 0xFFFF when the code is not in
 // its range, unmapped, or the block's data is cut short.
 uint16_t LookUpMapBlock(const CFontBlock& block, uint16_t code);

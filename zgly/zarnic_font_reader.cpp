@@ -47,15 +47,11 @@ void CZarnicFontReader::Read(CFontData& font, const CFontFilter& filter) {
     const int cw = layout.StoredWidth;
 
     CGlyphImage image;
-    // Walks the codes and the deciding CMAP spans side by side instead of
-    // looking each code up on its own.
-    const auto& spans = blocks.MapSpans();
-    auto span = spans.begin();
+    // Every code in ascending order: a walk instead of a lookup per code.
+    CCodeWalker walker(blocks);
     for (uint32_t c = 0; c <= 0xFFFF; ++c) {
         const uint16_t code = static_cast<uint16_t>(c);
-        while (span != spans.end() && span->Last < c) ++span;
-        const bool decided = span != spans.end() && span->First <= c;
-        const uint16_t g = decided ? LookUpMapBlock(*span->Block, code) : NoGlyph;
+        const uint16_t g = walker.GlyphOf(code);
         if (pg) pg->StepProgress(1);
         if (g == NoGlyph) continue;
         const char16_t u = FileCodeToUnicode(encoding, code);
