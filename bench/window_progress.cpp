@@ -1,56 +1,29 @@
 // The window's share of a conversion: runs one installed-font conversion
-// through RunConversion with a progress interface that draws a real Qt
-// progress bar and status line and processes events exactly as the main
-// window does, and the same run with one that draws and pumps nothing (the
-// command line with --quiet). Both run in this process, alternately, so the
-// ratio is the cost of the window's redraws and event processing alone.
+// through RunConversion with the real main window as the progress interface
+// (its bar, status line and event processing), and the same run with one that
+// draws and pumps nothing (the command line with --quiet). Both run in this
+// process, alternately, so the ratio is the cost of the window's redraws and
+// event processing alone.
 //
 // window_progress FONT SIZE LEVELS OUTPUT.zgly [RUNS]   (run with QT_QPA_PLATFORM=offscreen)
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <vector>
 
 #include <QApplication>
-#include <QLabel>
-#include <QProgressBar>
-#include <QVBoxLayout>
-#include <QWidget>
 
 #include "core/conversion.h"
 #include "core/pg_ctrl.h"
 #include "sources/win_font_reader.h"
+#include "ui/main_dlg.h"
+#include "ui/message_box.h"
 #include "xmlfiles/glyph_order_files.h"
 #include "zgly/zarnic_font_writer.h"
 
 namespace {
-
-// As the main window does it: the bar and status label redrawn, events processed.
-class CWindowPgCtrl : public CSteppedPgCtrl {
-public:
-    CWindowPgCtrl(QProgressBar& bar, QLabel& status) : Bar(bar), Status(status) {}
-    bool IsCanceled() override {
-        PumpEvents();
-        return false;
-    }
-    void SetStatus(const std::string& text) override {
-        Status.setText(QString::fromStdString(text));
-        PumpEvents();
-    }
-    void AddWarning(const std::string&) override {}
-
-protected:
-    void ShowProgress(int pos, int range) override {
-        Bar.setRange(0, std::max(range, 1));
-        Bar.setValue(std::clamp(pos, 0, std::max(range, 1)));
-    }
-    void PumpEvents() override { QCoreApplication::processEvents(); }
-
-private:
-    QProgressBar& Bar;
-    QLabel& Status;
-};
 
 // The command line with --quiet: the same divisor logic, nothing drawn.
 class CSilentPgCtrl : public CSteppedPgCtrl {
@@ -123,17 +96,16 @@ int main(int argc, char** argv) {
     CBenchFrontEnd frontEnd(argv[1], std::atoi(argv[2]), bpp, argv[4]);
     const int runs = argc > 5 ? std::atoi(argv[5]) : 5;
 
-    // Children are declared after their parent, so they go first.
-    QWidget window;
-    QVBoxLayout layout(&window);
-    QProgressBar bar;
-    QLabel status(" Ready");
-    layout.addWidget(&bar);
-    layout.addWidget(&status);
+    // The main window on a settings file of its own; no message box may wait.
+    SetMessageBoxRunner([](QMessageBox&) {});
+    const auto settings = std::filesystem::temp_directory_path() / "window_progress_bench.ini";
+    std::filesystem::remove(settings);
+    CMainDlg window(settings);
     window.show();
     QCoreApplication::processEvents();
-
-    CWindowPgCtrl windowPg(bar, status);
+    // The run's own steps (lock, unlock, message window) stay with the bench
+    // front end; only the progress interface is the window's.
+    CPgCtrl& windowPg = window;
     CSilentPgCtrl silentPg;
     std::vector<double> windowMs, silentMs;
     for (int r = 0; r < runs; ++r) {
@@ -142,5 +114,6 @@ int main(int argc, char** argv) {
     }
     const double w = Median(windowMs), s = Median(silentMs);
     std::printf("window %.1f ms, silent %.1f ms, ratio %.3f\n", w, s, w / s);
+    std::filesystem::remove(settings);
     return 0;
 }

@@ -307,8 +307,16 @@ void CMainDlg::AddWarning(const std::string& text) {
 }
 
 void CMainDlg::ShowProgress(int pos, int range) {
-    Progress->setRange(0, std::max(range, 1));
-    Progress->setValue(std::clamp(pos, 0, std::max(range, 1)));
+    const int top = std::max(range, 1);
+    const int value = std::clamp(pos, 0, top);
+    Progress->setRange(0, top);  // nothing happens when unchanged
+    // Drawing the bar costs tens of microseconds (the style's gradients) and
+    // the steps of a run come far faster than an eye can follow: the bar is
+    // moved at most every 15 ms, and always to 0 and to the end. Events are
+    // still processed, and Cancel looked at, at every step.
+    if (value != 0 && value != top && BarMoved.isValid() && !BarMoved.hasExpired(15)) return;
+    Progress->setValue(value);
+    BarMoved.start();
 }
 
 void CMainDlg::PumpEvents() { QCoreApplication::processEvents(); }

@@ -7,6 +7,8 @@
 #include <filesystem>
 #include <memory>
 
+#include <QElapsedTimer>
+
 #include "core/conversion.h"
 #include "core/pg_ctrl.h"
 #include "ui/panel_dlg.h"
@@ -87,6 +89,7 @@ public:
     QToolButton* ShowOptionsButton;
     QToolButton* HideOptionsButton;
     QProgressBar* Progress;
+    QElapsedTimer BarMoved;  // when the bar was last moved
     QLabel* StatusText;
     QPushButton* ConvertButton;
     QPushButton* PreviewButton;
