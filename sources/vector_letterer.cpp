@@ -50,6 +50,9 @@ bool CVectorLetterer::MakeGlyph(CGlyph& glyph, char16_t code) {
     Bitmap b;
     const FT_Int32 flags = FT_LOAD_TARGET_NORMAL | (Face->Scalable() ? FT_LOAD_NO_BITMAP : 0);
     if (Render(code, flags, b)) {
+        // A rendering without area (a flat stroke) is a character without
+        // ink: its black box is 0 x 0, so halving never adds a row to write.
+        if (b.Width <= 0 || b.Rows <= 0) b.Width = b.Rows = 0;
         Image.resize(static_cast<std::size_t>(b.Width) * b.Rows);
         // Coverage to the 17 levels, and straight on to the output levels
         // when no halving comes between.

@@ -269,3 +269,12 @@ TEST_F(WinFontReader, BitmapFontGoesThroughTheTwoLevelPath) {
               (std::vector<uint8_t>{0, 0, 1, 1, 0, 0}));
     EXPECT_EQ(font->FindGlyph(' ')->LeftSpace + font->FindGlyph(' ')->RightSpace, 6);
 }
+
+TEST_F(WinFontReader, SoftAntiAliasingOfAFlatRendering) {
+    // IPA Gothic draws U+203E at 8 pixels per em as 8 x 0 pixels with its top 7
+    // rows up: halving counts an extra row for it, which must not be written.
+    const CFontFilter onlyOverline{false, {{0x203E, true}}};
+    auto font = Convert("IPAGothic", -4, 4, 0, 0, true, onlyOverline);
+    ASSERT_EQ(font->GlyphCount(), 1u);
+    EXPECT_TRUE(font->FindGlyph(0x203E)->Pixels.empty());
+}
