@@ -39,6 +39,9 @@ void ScaleLevels(uint8_t* image, std::size_t count, int maxLevel) {
 void CVectorLetterer::Prepare(const FontRequest& request) {
     // Soft anti-aliasing renders at double height and halves afterwards.
     OpenFace(request, SoftAA ? request.Size * 2 : request.Size);
+    // The 17 levels count covered sub-samples out of 16; FreeType's coverage
+    // 0..255 is the covered area, so a level is coverage x 16 / 255 rounded
+    // to the nearest (8 and up is level 1, 248 and up is 16).
     for (int v = 0; v < 256; ++v) OutputLevels[v] = Levels17[v] = static_cast<uint8_t>((v * 16 + 127) / 255);
     ScaleLevels(OutputLevels, sizeof OutputLevels, MaxLevel());
 }
