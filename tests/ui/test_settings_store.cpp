@@ -7,10 +7,12 @@
 #include "ui/settings_store.h"
 #include "ui/zarnic_field_rules.h"
 
-TEST(SettingsStore, PathBesideProgramCutsAtLastDot) {
+TEST(SettingsStore, PathBesideProgramReplacesOnlyTheNamesExtension) {
     EXPECT_EQ(SettingsPathBesideProgram("/tools/conv.exe"), "/tools/conv.ini");
-    EXPECT_EQ(SettingsPathBesideProgram("/a.b/conv"), "/a.ini");
+    EXPECT_EQ(SettingsPathBesideProgram("/a.b/conv"), "/a.b/conv.ini");
+    EXPECT_EQ(SettingsPathBesideProgram("/home/u/.local/bin/glyphwright"), "/home/u/.local/bin/glyphwright.ini");
     EXPECT_EQ(SettingsPathBesideProgram("/opt/glyphwright"), "/opt/glyphwright.ini");
+    EXPECT_EQ(SettingsPathBesideProgram("/opt/.glyphwright"), "/opt/.glyphwright.ini");
 }
 
 TEST(SettingsStore, EnvironmentNamesTheFileAndUnwritableDirectoryFallsBack) {
