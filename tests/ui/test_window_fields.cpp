@@ -127,6 +127,8 @@ TEST_F(WindowTest, PathHistoryInTheField) {
     ASSERT_EQ(combo->count(), 1);  // first start: the current directory
     EXPECT_EQ(combo->itemText(0), QString::fromStdString(std::filesystem::current_path().string()));
     EXPECT_EQ(combo->currentText(), "");
+    // The full-path tip comes up after 100 ms.
+    EXPECT_EQ(combo->lineEdit()->style()->styleHint(QStyle::SH_ToolTip_WakeUpDelay, nullptr, combo->lineEdit()), 100);
 
     // The same path converted twice is one entry, at the top.
     WriteFileText(Dir / "dummy", "");
