@@ -66,6 +66,11 @@ TEST(SettingsStore, StringsAreEscapedAndReadBackUnchanged) {
     s.SetString("P", "Long", longText);
     EXPECT_EQ(s.GetString("P", "Long"), longText);
     EXPECT_EQ(s.GetString("P", "Missing", "Tahoma"), "Tahoma");
+    // What the file's own trimming and quoting would eat.
+    for (std::string edge : {" ", " lead", "trail ", "\"quoted\"", "'single'", "\""}) {
+        s.SetString("P", "Edge", edge);
+        EXPECT_EQ(s.GetString("P", "Edge"), edge);
+    }
 }
 
 TEST(SettingsStore, HandWrittenValuesUnescapeLeniently) {
