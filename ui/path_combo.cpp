@@ -10,6 +10,7 @@
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QStyle>
+#include <QTextDocument>
 #include <QToolTip>
 
 #include "ui/dlg.h"
@@ -174,6 +175,10 @@ void CPathCombo::ShowTipOverText() {
     QPoint global = edit->mapToGlobal(textTopLeft);
     // QToolTip places its label at the point plus a fixed cursor offset.
     QPoint offset(2, 16);
+    // The tip's text lies over the field's own, in the same font.
+    QToolTip::setFont(edit->font());
+    // A path that looks like markup ("a<b>c.bmp") is still shown as it is.
+    if (Qt::mightBeRichText(text)) text = "<p style='white-space:pre'>" + text.toHtmlEscaped() + "</p>";
     QToolTip::showText(global - offset - QPoint(frame + 1, frame + 1), text, edit, edit->rect(), TipDisplayTime);
 }
 
