@@ -40,17 +40,18 @@ bool CRasterLetterer::MakeGlyph(CGlyph& glyph, char16_t code) {
     }
 
     int advance = 0;
-    bool anyOutside = false;
     for (int y = 0; y < n; ++y) {
         const uint8_t* row = Grid.data() + static_cast<std::size_t>(y) * n;
         const int first = static_cast<int>(std::find(row, row + n, Outside) - row);
         if (first == n) continue;
-        anyOutside = true;
-        if (first == 0) break;  // below the cell (or an empty top row: no advance)
+        if (first == 0) {
+            if (y == 0) return false;  // an empty top row: no advance
+            break;                     // below the cell
+        }
         advance = std::max(advance, first);
     }
-    if (!anyOutside) advance = n;
-    if (advance <= 0) return false;
+    // No row ended inside the bitmap: the cell spans its whole width.
+    if (advance == 0) advance = n;
 
     const uint8_t full = MaxLevel();
     for (int y = 0; y < n; ++y)

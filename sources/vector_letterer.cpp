@@ -39,6 +39,9 @@ void ScaleLevels(uint8_t* image, std::size_t count, int maxLevel) {
 void CVectorLetterer::Prepare(const FontRequest& request) {
     // Soft anti-aliasing renders at double height and halves afterwards.
     OpenFace(request, SoftAA ? request.Size * 2 : request.Size);
+    // The 17 levels count covered sub-samples out of 16; FreeType's coverage
+    // 0..255 is the covered area, so a level is coverage x 16 / 255 rounded
+    // to the nearest (8 and up is level 1, 248 and up is 16).
     for (int v = 0; v < 256; ++v) OutputLevels[v] = Levels17[v] = static_cast<uint8_t>((v * 16 + 127) / 255);
     ScaleLevels(OutputLevels, sizeof OutputLevels, MaxLevel());
 }
@@ -50,6 +53,9 @@ bool CVectorLetterer::MakeGlyph(CGlyph& glyph, char16_t code) {
     Bitmap b;
     const FT_Int32 flags = FT_LOAD_TARGET_NORMAL | (Face->Scalable() ? FT_LOAD_NO_BITMAP : 0);
     if (Render(code, flags, b)) {
+        // A rendering without area (a flat stroke) is a character without
+        // ink: its black box is 0 x 0, so halving never adds a row to write.
+        if (b.Width <= 0 || b.Rows <= 0) b.Width = b.Rows = 0;
         Image.resize(static_cast<std::size_t>(b.Width) * b.Rows);
         // Coverage to the 17 levels, and straight on to the output levels
         // when no halving comes between.

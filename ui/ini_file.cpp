@@ -89,7 +89,12 @@ std::optional<std::string> CIniText::Get(std::string_view section, std::string_v
 }
 
 void CIniText::Set(std::string_view section, std::string_view key, std::string_view value) {
-    std::string line = std::string(key) + "=" + std::string(value);
+    // Reading trims the value and drops matching quotes; quote the values that
+    // would lose something by that (a single space, a quoted word).
+    bool edgeSpace = !value.empty() && (Trim(value.substr(0, 1)).empty() || Trim(value.substr(value.size() - 1)).empty());
+    bool quoted = value.size() >= 2 && (value.front() == '"' || value.front() == '\'') && value.back() == value.front();
+    std::string line = std::string(key) + "=" +
+                       (edgeSpace || quoted ? "\"" + std::string(value) + "\"" : std::string(value));
     std::size_t header = FindSection(section);
     if (header == std::string::npos) {
         while (!Lines.empty() && Trim(Lines.back()).empty()) Lines.pop_back();

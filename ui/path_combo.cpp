@@ -6,13 +6,33 @@
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QProxyStyle>
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QStyle>
+#include <QTextDocument>
 #include <QToolTip>
 
 #include "ui/dlg.h"
 #include "ui/settings_store.h"
+
+namespace {
+
+// The path tip comes up quickly and stays while the pointer rests.
+constexpr int TipWakeUpDelay = 100;
+constexpr int TipDisplayTime = 32767;
+
+// The application's own style with the tip's wake-up delay of the path fields.
+class CTipTimingStyle : public QProxyStyle {
+public:
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* returnData) const override {
+        if (hint == SH_ToolTip_WakeUpDelay) return TipWakeUpDelay;
+        return QProxyStyle::styleHint(hint, option, widget, returnData);
+    }
+};
+
+}  // namespace
 
 CPathComboBox::CPathComboBox(QWidget* parent) : QComboBox(parent) {
     setEditable(true);
@@ -47,7 +67,10 @@ CPathCombo::CPathCombo(const CSettingsStore& settings, PathFieldKind kind, QWidg
       FieldKind(std::move(kind)),
       Entries(settings, FieldKind.Section),
       ComboBox(MakeChild<CPathComboBox>(parent)),
-      SelectButton(MakeChild<QPushButton>(parent, "&Select File")) {
+      SelectButton(MakeChild<QPushButton>(parent, "&Select File")),
+      TipStyle(std::make_unique<CTipTimingStyle>()) {
+    // The edit does not own a style set on it; the field does.
+    ComboBox->lineEdit()->setStyle(TipStyle.get());
     NormalPalette = ComboBox->lineEdit()->palette();
     ComboBox->view()->setMinimumWidth(500);
     ComboBox->lineEdit()->installEventFilter(this);
@@ -152,7 +175,11 @@ void CPathCombo::ShowTipOverText() {
     QPoint global = edit->mapToGlobal(textTopLeft);
     // QToolTip places its label at the point plus a fixed cursor offset.
     QPoint offset(2, 16);
-    QToolTip::showText(global - offset - QPoint(frame + 1, frame + 1), text, edit, edit->rect());
+    // The tip's text lies over the field's own, in the same font.
+    QToolTip::setFont(edit->font());
+    // A path that looks like markup ("a<b>c.bmp") is still shown as it is.
+    if (Qt::mightBeRichText(text)) text = "<p style='white-space:pre'>" + text.toHtmlEscaped() + "</p>";
+    QToolTip::showText(global - offset - QPoint(frame + 1, frame + 1), text, edit, edit->rect(), TipDisplayTime);
 }
 
 bool CPathCombo::eventFilter(QObject* watched, QEvent* event) {

@@ -6,7 +6,9 @@
 #include <QComboBox>
 #include <QObject>
 #include <QPalette>
+#include <QStyle>
 #include <QString>
+#include <memory>
 #include <string>
 
 #include "ui/path_history.h"
@@ -71,6 +73,8 @@ private:
     CPathHistory Entries;
     CPathComboBox* ComboBox;
     QPushButton* SelectButton;
+    // The application's style with the quick wake-up of the path tip.
+    std::unique_ptr<QStyle> TipStyle;
     QPalette NormalPalette;
     bool DropHighlight = false;
     bool Rebuilding = false;

@@ -8,6 +8,7 @@
 #include <QTimer>
 #include <QToolButton>
 
+#include "ui/in_win_dlg.h"
 #include "ui/main_dlg.h"
 #include "ui/out_zarnic_dlg.h"
 #include "ui/path_combo.h"
@@ -54,6 +55,9 @@ int main(int argc, char** argv) {
         Save(&window, dir, QString("main-") + inputs[i]);
     }
     window.InputTabs->setCurrentIndex(2);
+    window.InWin->ShowOptionsButton->click();
+    Save(&window, dir, "main-in-windows-font-options");
+    window.InWin->HideOptionsButton->click();
     const char* outputs[] = {"out-bmp", "out-zgly"};
     for (int i = 0; i < 2; ++i) {
         window.OutputTabs->setCurrentIndex(i);

@@ -170,8 +170,12 @@ std::string UnescapeSettingString(std::string_view text) {
 fs::path SettingsPathBesideProgram(const fs::path& program) {
     std::string s = program.string();
     if (s.size() > 259) s.resize(259);
+    // Only the file name's own extension goes: a dot in a directory name
+    // (~/.local/bin/glyphwright) must not cut the path there.
+    std::size_t nameStart = s.rfind('/');
+    nameStart = nameStart == std::string::npos ? 0 : nameStart + 1;
     std::size_t dot = s.rfind('.');
-    if (dot != std::string::npos) s.resize(dot);
+    if (dot != std::string::npos && dot > nameStart) s.resize(dot);
     return fs::path(s + ".ini");
 }
 

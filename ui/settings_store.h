@@ -30,7 +30,8 @@ public:
 std::string EscapeSettingString(std::string_view text);
 std::string UnescapeSettingString(std::string_view text);
 
-// The program's path cut at its last "." with ".ini" appended.
+// The program's path with its file name's extension replaced by ".ini" (a
+// name without one gets ".ini" appended).
 std::filesystem::path SettingsPathBesideProgram(const std::filesystem::path& program);
 
 // Where the settings live: $GLYPHWRIGHT_SETTINGS when set; beside the program

@@ -18,9 +18,10 @@ CWarningWnd::CWarningWnd(const CSettingsStore& settings, QWidget* owner)
     setWindowTitle("glyphwright message");
     setAttribute(Qt::WA_ShowWithoutActivating);
     View->setReadOnly(true);
-    View->setLineWrapMode(QPlainTextEdit::NoWrap);
+    // Long lines wrap at the window's width; only the vertical bar scrolls.
+    View->setLineWrapMode(QPlainTextEdit::WidgetWidth);
     View->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
-    View->setFont(QFont("DejaVu Sans Mono"));
+    View->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     auto* layout = MakeChild<QVBoxLayout>(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(View);

@@ -269,3 +269,36 @@ TEST_F(WinFontReader, BitmapFontGoesThroughTheTwoLevelPath) {
               (std::vector<uint8_t>{0, 0, 1, 1, 0, 0}));
     EXPECT_EQ(font->FindGlyph(' ')->LeftSpace + font->FindGlyph(' ')->RightSpace, 6);
 }
+
+TEST_F(WinFontReader, SoftAntiAliasingOfAFlatRendering) {
+    // IPA Gothic draws U+203E at 8 pixels per em as 8 x 0 pixels with its top 7
+    // rows up: halving counts an extra row for it, which must not be written.
+    const CFontFilter onlyOverline{false, {{0x203E, true}}};
+    auto font = Convert("IPAGothic", -4, 4, 0, 0, true, onlyOverline);
+    ASSERT_EQ(font->GlyphCount(), 1u);
+    EXPECT_TRUE(font->FindGlyph(0x203E)->Pixels.empty());
+}
+
+TEST_F(WinFontReader, TwoLevelsKeepACharacterAsWideAsTheScratchCell) {
+    // Cells 12 wide and 8 high: 'W' fills the top rows of the 12 x 12 scratch
+    // bitmap, whose rows below the cell are blank from their first column.
+    const auto path = std::filesystem::temp_directory_path() / ("gw_wide_" + std::to_string(getpid()) + ".bdf");
+    {
+        std::ofstream bdf(path);
+        bdf << "STARTFONT 2.1\nFONT -test-wide-medium-r-normal--8-80-75-75-c-120-iso10646-1\n"
+               "SIZE 8 75 75\nFONTBOUNDINGBOX 12 8 0 -1\n"
+               "STARTPROPERTIES 4\nFONT_ASCENT 7\nFONT_DESCENT 1\nCHARSET_REGISTRY \"ISO10646\"\n"
+               "CHARSET_ENCODING \"1\"\nENDPROPERTIES\nCHARS 2\n"
+               "STARTCHAR A\nENCODING 65\nSWIDTH 750 0\nDWIDTH 6 0\nBBX 6 8 0 -1\nBITMAP\n"
+               "00\n30\n48\n84\nFC\n84\n84\n00\nENDCHAR\n"
+               "STARTCHAR W\nENCODING 87\nSWIDTH 1500 0\nDWIDTH 12 0\nBBX 12 8 0 -1\nBITMAP\n"
+               "0000\n8010\n8010\n8410\n4A20\n5120\n2040\n0000\nENDCHAR\nENDFONT\n";
+    }
+    auto font = Convert(path.string(), 8, 1, 2);
+    std::filesystem::remove(path);
+    ASSERT_NE(font->FindGlyph('A'), nullptr);
+    const CGlyph* w = font->FindGlyph('W');
+    ASSERT_NE(w, nullptr);
+    EXPECT_EQ(w->Ink.Width(), 12);
+    EXPECT_EQ(w->LeftSpace + w->Ink.Width() + w->RightSpace, 12);
+}

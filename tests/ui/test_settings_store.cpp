@@ -7,10 +7,12 @@
 #include "ui/settings_store.h"
 #include "ui/zarnic_field_rules.h"
 
-TEST(SettingsStore, PathBesideProgramCutsAtLastDot) {
+TEST(SettingsStore, PathBesideProgramReplacesOnlyTheNamesExtension) {
     EXPECT_EQ(SettingsPathBesideProgram("/tools/conv.exe"), "/tools/conv.ini");
-    EXPECT_EQ(SettingsPathBesideProgram("/a.b/conv"), "/a.ini");
+    EXPECT_EQ(SettingsPathBesideProgram("/a.b/conv"), "/a.b/conv.ini");
+    EXPECT_EQ(SettingsPathBesideProgram("/home/u/.local/bin/glyphwright"), "/home/u/.local/bin/glyphwright.ini");
     EXPECT_EQ(SettingsPathBesideProgram("/opt/glyphwright"), "/opt/glyphwright.ini");
+    EXPECT_EQ(SettingsPathBesideProgram("/opt/.glyphwright"), "/opt/.glyphwright.ini");
 }
 
 TEST(SettingsStore, EnvironmentNamesTheFileAndUnwritableDirectoryFallsBack) {
@@ -64,6 +66,11 @@ TEST(SettingsStore, StringsAreEscapedAndReadBackUnchanged) {
     s.SetString("P", "Long", longText);
     EXPECT_EQ(s.GetString("P", "Long"), longText);
     EXPECT_EQ(s.GetString("P", "Missing", "Tahoma"), "Tahoma");
+    // What the file's own trimming and quoting would eat.
+    for (std::string edge : {" ", " lead", "trail ", "\"quoted\"", "'single'", "\""}) {
+        s.SetString("P", "Edge", edge);
+        EXPECT_EQ(s.GetString("P", "Edge"), edge);
+    }
 }
 
 TEST(SettingsStore, HandWrittenValuesUnescapeLeniently) {

@@ -1,8 +1,11 @@
 #include <QCheckBox>
 #include <QGroupBox>
+#include <QHelpEvent>
 #include <QMimeData>
 #include <QRadioButton>
 #include <QTabWidget>
+#include <QTextDocument>
+#include <QToolTip>
 #include <QToolButton>
 #include <QUrl>
 
@@ -127,6 +130,8 @@ TEST_F(WindowTest, PathHistoryInTheField) {
     ASSERT_EQ(combo->count(), 1);  // first start: the current directory
     EXPECT_EQ(combo->itemText(0), QString::fromStdString(std::filesystem::current_path().string()));
     EXPECT_EQ(combo->currentText(), "");
+    // The full-path tip comes up after 100 ms.
+    EXPECT_EQ(combo->lineEdit()->style()->styleHint(QStyle::SH_ToolTip_WakeUpDelay, nullptr, combo->lineEdit()), 100);
 
     // The same path converted twice is one entry, at the top.
     WriteFileText(Dir / "dummy", "");
@@ -167,6 +172,21 @@ TEST_F(WindowTest, PathHistoryInTheField) {
     combo = w->OutBmp->BitmapField->Combo();
     ASSERT_EQ(combo->count(), 9);
     EXPECT_EQ(combo->itemText(0), "/p8");
+
+    // The tip over the field shows the whole path as it is, even one that
+    // looks like markup.
+    for (QString path : {QString("/p8"), QString("/tmp/a<b>c&amp;.bmp")}) {
+        combo->setEditText(path);
+        QPoint at(5, 5);
+        QHelpEvent help(QEvent::ToolTip, at, combo->lineEdit()->mapToGlobal(at));
+        QApplication::sendEvent(combo->lineEdit(), &help);
+        ASSERT_TRUE(QToolTip::isVisible());
+        QTextDocument shown;
+        if (Qt::mightBeRichText(QToolTip::text())) shown.setHtml(QToolTip::text());
+        else shown.setPlainText(QToolTip::text());
+        EXPECT_EQ(shown.toPlainText(), path);
+        QToolTip::hideText();
+    }
 }
 
 TEST_F(WindowTest, HidingAndShowingTheOptionAreasRestoresEveryGeometry) {
