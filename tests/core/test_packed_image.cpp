@@ -106,7 +106,9 @@ TEST(PackedImage, RandomImagesTurnAndCropLikeTheReference) {
         InkBox box;
         const bool found = FindInkBox(box, src.data(), w, h, bpp, 0);
         ASSERT_EQ(found, x1 > 0) << "round " << round;
-        if (found) ASSERT_EQ((std::vector<int>{box.X0, box.Y0, box.X1, box.Y1}), (std::vector<int>{x0, y0, x1, y1}));
+        if (found) {
+            ASSERT_EQ((std::vector<int>{box.X0, box.Y0, box.X1, box.Y1}), (std::vector<int>{x0, y0, x1, y1}));
+        }
     }
 }
 
