@@ -77,17 +77,8 @@ std::string FormatInfoJson(const std::string& path, const ZglyInfo& i) {
     return s + "}\n";
 }
 
-int RunInfoCommand(const std::string& path, bool json, std::FILE* out, std::FILE* err) {
-    try {
-        ZglyInfo info = DescribeZglyFile(path);
-        std::string text = json ? FormatInfoJson(path, info) : FormatInfoText(path, info);
-        std::fputs(text.c_str(), out);
-        return 0;
-    } catch (const CGeneralException& e) {
-        std::fprintf(err, "%s\n", e.Message.c_str());
-        return 1;
-    } catch (const std::bad_alloc&) {
-        std::fprintf(err, "Internal Error:\n Out of memory.\n");
-        return 1;
-    }
+void RunInfoCommand(const std::string& path, bool json, std::FILE* out) {
+    ZglyInfo info = DescribeZglyFile(path);
+    std::string text = json ? FormatInfoJson(path, info) : FormatInfoText(path, info);
+    std::fputs(text.c_str(), out);
 }

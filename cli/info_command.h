@@ -9,5 +9,5 @@ struct ZglyInfo;
 std::string FormatInfoText(const std::string& path, const ZglyInfo& info);
 std::string FormatInfoJson(const std::string& path, const ZglyInfo& info);
 
-// Prints the description to out; returns the exit status (errors go to err).
-int RunInfoCommand(const std::string& path, bool json, std::FILE* out, std::FILE* err);
+// Prints the description to out; throws the reader's messages.
+void RunInfoCommand(const std::string& path, bool json, std::FILE* out);

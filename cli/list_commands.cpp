@@ -11,7 +11,7 @@
 #include "sources/font_catalog.h"
 #include "xmlfiles/glyph_order_files.h"
 
-int RunListOrders(bool json, std::FILE* out, std::FILE* err) {
+void RunListOrders(bool json, std::FILE* out, std::FILE* err) {
     // Files that fail to load are reported as warnings, as at the window's start-up.
     CHeadlessPgCtrl pg;
     CPgCtrl* saved = g_pPgCtrl;
@@ -46,10 +46,9 @@ int RunListOrders(bool json, std::FILE* out, std::FILE* err) {
     g_pPgCtrl = saved;
     std::fputs(text.c_str(), out);
     for (const auto& w : pg.Warnings) std::fprintf(err, "Warning: %s\n", w.c_str());
-    return 0;
 }
 
-int RunListFonts(bool json, std::FILE* out) {
+void RunListFonts(bool json, std::FILE* out) {
     std::string text = json ? "[" : "";
     bool first = true;
     for (const auto& face : ListInstalledFaces()) {
@@ -67,5 +66,4 @@ int RunListFonts(bool json, std::FILE* out) {
     }
     if (json) text += "]\n";
     std::fputs(text.c_str(), out);
-    return 0;
 }

@@ -3,5 +3,5 @@
 
 #include <cstdio>
 
-int RunListOrders(bool json, std::FILE* out, std::FILE* err);
-int RunListFonts(bool json, std::FILE* out);
+void RunListOrders(bool json, std::FILE* out, std::FILE* err);
+void RunListFonts(bool json, std::FILE* out);

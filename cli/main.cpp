@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -14,6 +15,7 @@
 #include "cli/options.h"
 #include "cli/preview_command.h"
 #include "core/conversion.h"
+#include "core/general_exception.h"
 #include "xmlfiles/glyph_order_files.h"
 
 namespace {
@@ -38,8 +40,21 @@ int RunConvert(const CliOptions& options) {
     case ConversionOutcome::Canceled: return ExitCanceled;
     case ConversionOutcome::Failed: break;
     }
-    std::fprintf(stderr, "%s\n", frontEnd.ErrorText().c_str());
-    return ExitError;
+    throw CGeneralException(frontEnd.ErrorText());
+}
+
+// Runs a parsed command; failures are thrown with their full text.
+int RunCommand(const CliOptions& options) {
+    switch (options.Command) {
+    case CliCommand::Help: std::fputs(HelpText(), stdout); return ExitDone;
+    case CliCommand::Version: std::printf("glyphwright-cli %s\n", GLYPHWRIGHT_VERSION); return ExitDone;
+    case CliCommand::Info: RunInfoCommand(options.InfoPath, options.Json, stdout); return ExitDone;
+    case CliCommand::Convert: return RunConvert(options);
+    case CliCommand::Preview: RunPreviewCommand(options); return ExitDone;
+    case CliCommand::ListOrders: RunListOrders(options.Json, stdout, stderr); return ExitDone;
+    case CliCommand::ListFonts: RunListFonts(options.Json, stdout); return ExitDone;
+    }
+    return ExitUsage;
 }
 
 }  // namespace
@@ -53,14 +68,13 @@ int main(int argc, char** argv) {
         return UsageError(e.what());
     }
     CXmlPlatform xml;
-    switch (options.Command) {
-    case CliCommand::Help: std::fputs(HelpText(), stdout); return ExitDone;
-    case CliCommand::Version: std::printf("glyphwright-cli %s\n", GLYPHWRIGHT_VERSION); return ExitDone;
-    case CliCommand::Info: return RunInfoCommand(options.InfoPath, options.Json, stdout, stderr);
-    case CliCommand::Convert: return RunConvert(options);
-    case CliCommand::Preview: return RunPreviewCommand(options, stderr);
-    case CliCommand::ListOrders: return RunListOrders(options.Json, stdout, stderr);
-    case CliCommand::ListFonts: return RunListFonts(options.Json, stdout);
+    // Every failure ends here: its message as the message window shows it, status 1.
+    try {
+        return RunCommand(options);
+    } catch (const CGeneralException& e) {
+        std::fprintf(stderr, "%s\n", e.Message.c_str());
+    } catch (const std::bad_alloc&) {
+        std::fprintf(stderr, "Internal Error:\n Out of memory.\n");
     }
-    return ExitUsage;
+    return ExitError;
 }

@@ -7,4 +7,4 @@
 struct CliOptions;
 
 // 0 written, 1 a file error (the message on err).
-int RunPreviewCommand(const CliOptions& options, std::FILE* err);
+void RunPreviewCommand(const CliOptions& options);

@@ -24,7 +24,7 @@ const char* DefaultSample = "The quick brown fox jumps over the lazy dog.\n01234
 }  // namespace
 
 CPreviewWnd::CPreviewWnd(const CSettingsStore& settings, QWidget* owner)
-    : CDlg(owner, Qt::Window), Settings(settings) {
+    : CDlg(owner, Qt::Window), Settings(settings), Placement(settings, Section, QSize(560, 360)) {
     setWindowTitle("glyphwright preview");
     FileLabel = MakeChild<QLabel>(this);
     FileLabel->setTextFormat(Qt::PlainText);
@@ -101,19 +101,10 @@ void CPreviewWnd::Open(const std::filesystem::path& file, QWidget* mainWindow) {
     Redraw();
 
     if (!isVisible()) {
-        int x = Settings.GetInt(Section, "x", -1), y = Settings.GetInt(Section, "y", -1);
-        int w = Settings.GetInt(Section, "w", 560), h = Settings.GetInt(Section, "h", 360);
-        QRect screen = QGuiApplication::primaryScreen()->virtualGeometry();
-        bool stored = !(x < 0 && y < 0) && x < screen.width() && y < screen.height();
-        if (!stored && mainWindow) {
-            QRect frame = mainWindow->frameGeometry();
-            x = frame.left() + 40;
-            y = frame.bottom() - 80;
-        }
-        Placing = true;
-        move(x, y);
-        resize(std::max(w, 200), std::max(h, 150));
-        Placing = false;
+        QPoint below = mainWindow ? QPoint(mainWindow->frameGeometry().left() + 40,
+                                           mainWindow->frameGeometry().bottom() - 80)
+                                  : QPoint(0, 0);
+        Placement.Apply(*this, below, QSize(200, 150));
     }
     show();
     raise();
@@ -145,20 +136,12 @@ void CPreviewWnd::ShowError(const std::string& text) {
 
 QString CPreviewWnd::ErrorText() const { return Picture->pixmap().isNull() ? Picture->text() : QString(); }
 
-void CPreviewWnd::StorePlacement() {
-    if (Placing || !isVisible()) return;
-    Settings.SetInt(Section, "x", pos().x());
-    Settings.SetInt(Section, "y", pos().y());
-    Settings.SetInt(Section, "w", width());
-    Settings.SetInt(Section, "h", height());
-}
-
 void CPreviewWnd::moveEvent(QMoveEvent* event) {
     CDlg::moveEvent(event);
-    StorePlacement();
+    Placement.Store(*this);
 }
 
 void CPreviewWnd::resizeEvent(QResizeEvent* event) {
     CDlg::resizeEvent(event);
-    StorePlacement();
+    Placement.Store(*this);
 }

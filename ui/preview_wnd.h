@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "ui/dlg.h"
+#include "ui/window_placement.h"
 
 class QCheckBox;
 class QLabel;
@@ -42,11 +43,10 @@ protected:
 
 private:
     void ShowError(const std::string& text);
-    void StorePlacement();
 
     const CSettingsStore& Settings;
     std::unique_ptr<CFontBlockSet> Blocks;
     std::unique_ptr<CTextRenderer> Renderer;
-    bool Placing = false;
+    CWindowPlacement Placement;
     bool Restoring = false;
 };

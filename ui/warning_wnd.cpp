@@ -14,7 +14,10 @@ const char* Section = "WarningWindow";
 }
 
 CWarningWnd::CWarningWnd(const CSettingsStore& settings, QWidget* owner)
-    : CDlg(owner, Qt::Window), Settings(settings), View(MakeChild<QPlainTextEdit>(this)) {
+    : CDlg(owner, Qt::Window),
+      Settings(settings),
+      Placement(settings, Section, QSize(400, 200)),
+      View(MakeChild<QPlainTextEdit>(this)) {
     setWindowTitle("glyphwright message");
     setAttribute(Qt::WA_ShowWithoutActivating);
     View->setReadOnly(true);
@@ -73,21 +76,9 @@ void CWarningWnd::AppendError(const std::string& text) {
 void CWarningWnd::Show(QWidget* mainWindow) {
     Shown = true;
     Refresh();
-    int x = Settings.GetInt(Section, "x", -1);
-    int y = Settings.GetInt(Section, "y", -1);
-    int w = Settings.GetInt(Section, "w", 400);
-    int h = Settings.GetInt(Section, "h", 200);
-    QRect screen = QGuiApplication::primaryScreen()->virtualGeometry();
-    bool stored = !(x < 0 && y < 0) && x < screen.width() && y < screen.height();
-    if (!stored && mainWindow) {
-        QRect frame = mainWindow->frameGeometry();
-        x = frame.right() + 1;
-        y = frame.top();
-    }
-    Placing = true;
-    move(x, y);
-    resize(w, h);
-    Placing = false;
+    QPoint beside = mainWindow ? QPoint(mainWindow->frameGeometry().right() + 1, mainWindow->frameGeometry().top())
+                               : QPoint(0, 0);
+    Placement.Apply(*this, beside);
     show();
     View->verticalScrollBar()->setValue(View->verticalScrollBar()->maximum());
 }
@@ -97,22 +88,14 @@ void CWarningWnd::Close() {
     hide();
 }
 
-void CWarningWnd::StorePlacement() {
-    if (Placing || !isVisible()) return;
-    Settings.SetInt(Section, "x", pos().x());
-    Settings.SetInt(Section, "y", pos().y());
-    Settings.SetInt(Section, "w", width());
-    Settings.SetInt(Section, "h", height());
-}
-
 void CWarningWnd::moveEvent(QMoveEvent* event) {
     CDlg::moveEvent(event);
-    StorePlacement();
+    Placement.Store(*this);
 }
 
 void CWarningWnd::resizeEvent(QResizeEvent* event) {
     CDlg::resizeEvent(event);
-    StorePlacement();
+    Placement.Store(*this);
 }
 
 void CWarningWnd::closeEvent(QCloseEvent* event) {

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "ui/dlg.h"
+#include "ui/window_placement.h"
 
 class QPlainTextEdit;
 class CSettingsStore;
@@ -38,12 +39,11 @@ protected:
 private:
     void AddText(const std::string& text);
     void Refresh();
-    void StorePlacement();
 
     const CSettingsStore& Settings;
     std::string Text;
     bool Shown = false;
-    bool Placing = false;
+    CWindowPlacement Placement;
     int WarningCount = 0;
     QPlainTextEdit* View;
 };

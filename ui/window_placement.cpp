@@ -1,0 +1,32 @@
+#include "ui/window_placement.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <QWidget>
+#include <algorithm>
+
+#include "ui/settings_store.h"
+
+void CWindowPlacement::Apply(QWidget& window, QPoint fallback, QSize minimum) {
+    int x = Settings.GetInt(Section, "x", -1), y = Settings.GetInt(Section, "y", -1);
+    int w = Settings.GetInt(Section, "w", DefaultSize.width());
+    int h = Settings.GetInt(Section, "h", DefaultSize.height());
+    QRect screen = QGuiApplication::primaryScreen()->virtualGeometry();
+    bool stored = !(x < 0 && y < 0) && x < screen.width() && y < screen.height();
+    if (!stored) {
+        x = fallback.x();
+        y = fallback.y();
+    }
+    Applying = true;
+    window.move(x, y);
+    window.resize(std::max(w, minimum.width()), std::max(h, minimum.height()));
+    Applying = false;
+}
+
+void CWindowPlacement::Store(const QWidget& window) const {
+    if (Applying || !window.isVisible()) return;
+    Settings.SetInt(Section, "x", window.pos().x());
+    Settings.SetInt(Section, "y", window.pos().y());
+    Settings.SetInt(Section, "w", window.width());
+    Settings.SetInt(Section, "h", window.height());
+}

@@ -1,0 +1,27 @@
+// The remembered placement of a secondary window (message window, preview):
+// read from and written to its settings section as x, y, w and h.
+#pragma once
+
+#include <QPoint>
+#include <QSize>
+
+class CSettingsStore;
+class QWidget;
+
+class CWindowPlacement {
+public:
+    CWindowPlacement(const CSettingsStore& settings, const char* section, QSize defaultSize)
+        : Settings(settings), Section(section), DefaultSize(defaultSize) {}
+
+    // Moves and sizes the window to its stored place, or to `fallback` when none
+    // is stored or the stored one lies off the screen. Not written back.
+    void Apply(QWidget& window, QPoint fallback, QSize minimum = {});
+    // Writes the window's place; called from its move and resize events.
+    void Store(const QWidget& window) const;
+
+private:
+    const CSettingsStore& Settings;
+    const char* Section;
+    QSize DefaultSize;
+    bool Applying = false;
+};
