@@ -53,25 +53,18 @@ TEST(BmpFile, RefusesBadHeadersAndShortFiles) {
         auto path = dir.Write("b.bmp", b.Bytes());
         return ErrorOf([&] { CheckBmpFile(path); });
     };
-    std::string p = (dir / "b.bmp").string();
-    RawBmp b = Sample(8);
-    b.Reserved1 = 1;
-    EXPECT_EQ(err(b), "Input file(" + p + ") is not bmp file.");
-    b = Sample(8);
-    b.Planes = 2;
-    EXPECT_EQ(err(b), "Input file(" + p + ") is unsupported BMP.");
-    b = Sample(8);
-    b.Compression = 1;
-    EXPECT_EQ(err(b), "Input file(" + p + ") is unsupported BMP.");
-    b = Sample(8);
-    b.Width = 0;
-    b.Pixels.clear();
-    EXPECT_EQ(err(b), "Input file(" + p + ") has illegal image size(0 x 3).");
-    b = Sample(8);
-    b.Bpp = 2;
-    b.Palette.resize(4);
-    EXPECT_EQ(err(b), "Input file(" + p + ") has unsupported bpp(2).");
-
+    const std::string p = "Input file(" + (dir / "b.bmp").string() + ") ";
+    const std::pair<void (*)(RawBmp&), std::string> cases[] = {
+        {[](RawBmp& b) { b.Reserved1 = 1; }, "is not bmp file."},
+        {[](RawBmp& b) { b.Planes = 2; }, "is unsupported BMP."},
+        {[](RawBmp& b) { b.Compression = 1; }, "is unsupported BMP."},
+        {[](RawBmp& b) { b.Width = 0, b.Pixels.clear(); }, "has illegal image size(0 x 3)."},
+        {[](RawBmp& b) { b.Bpp = 2, b.Palette.resize(4); }, "has unsupported bpp(2)."}};
+    for (const auto& [change, message] : cases) {
+        RawBmp b = Sample(8);
+        change(b);
+        EXPECT_EQ(err(b), p + message);
+    }
     std::string good = Sample(8).Bytes();
     for (std::size_t cut : {std::size_t(0), std::size_t(10), std::size_t(40), std::size_t(60), good.size() - 1}) {
         auto path = dir.Write("cut.bmp", good.substr(0, cut));

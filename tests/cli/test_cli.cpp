@@ -49,13 +49,16 @@ TEST(Cli, ErrorsWarningsAndExitStatus) {
     CScratchDir dir;
     auto in = MakeFont(dir, "in.zgly");
     auto out = dir / "o.zgly";
-    auto r = RunCli(dir, "convert --from-zgly " + Q(in) + " --to-zgly " + Q(out) + " --line-height 300");
+    auto convert = [&](const std::filesystem::path& from, const std::string& options) {
+        return RunCli(dir, "convert --from-zgly " + Q(from) + " --to-zgly " + Q(out) + " " + options);
+    };
+    auto r = convert(in, "--line-height 300");
     EXPECT_EQ(r.Status, 1);
     EXPECT_EQ(r.Err, "Parameter Error:\n LineHeight(=300) out of range[0 ～ 255]\n");
     // The reader's checks come before the writer's.
-    r = RunCli(dir, "convert --from-zgly " + Q(dir / "none.zgly") + " --to-zgly " + Q(out) + " --line-height 300");
+    r = convert(dir / "none.zgly", "--line-height 300");
     EXPECT_EQ(r.Err, "Parameter Error:\n File(" + (dir / "none.zgly").string() + ") not exists.\n");
-    r = RunCli(dir, "convert --from-zgly " + Q(in) + " --to-zgly " + Q(out) + " --alt-char 0xFFFF");
+    r = convert(in, "--alt-char 0xFFFF");
     EXPECT_EQ(r.Err,
               "Parameter Error:\n Can't represent AlternateChar(0xFFFF) in the Unicode character set.\n Please use "
               "other AlternateChar.\n");
@@ -63,14 +66,14 @@ TEST(Cli, ErrorsWarningsAndExitStatus) {
 
     // 1252 lacks the kana (or, without code page tables, everything): at most
     // 100 warning lines and the limit line; --quiet drops them.
-    r = RunCli(dir, "convert --from-zgly " + Q(in) + " --to-zgly " + Q(out) + " --encoding cp1252 --alt-char A");
+    r = convert(in, "--encoding cp1252 --alt-char A");
     EXPECT_NE(r.Err.find("Warning: Can't represent output character('\xE3\x81\x81': U+3041) in the specified character set.\n"),
               std::string::npos);
     std::size_t lines = std::count(r.Err.begin(), r.Err.end(), '\n');
     if (lines > 100) {
         EXPECT_NE(r.Err.find("Warning: Number of warnings over max limit.\n"), std::string::npos);
     }
-    r = RunCli(dir, "convert --quiet --from-zgly " + Q(in) + " --to-zgly " + Q(out) + " --encoding utf-16");
+    r = convert(in, "--quiet --encoding utf-16");
     EXPECT_EQ(r.Status, 0);
     EXPECT_EQ(r.Err, "");
 }

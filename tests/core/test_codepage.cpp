@@ -4,60 +4,46 @@
 
 namespace {
 
-TEST(CodePage, CommonCharacters) {
-    EXPECT_EQ(UnicodeToCodePage(932, u'\u3042'), 0x82A0);
-    EXPECT_EQ(UnicodeToCodePage(932, u'A'), 0x41);
-    EXPECT_EQ(UnicodeToCodePage(932, u'\uFF71'), 0xB1);  // halfwidth katakana A
-    EXPECT_EQ(UnicodeToCodePage(1252, u'\u20AC'), 0x80);
-    EXPECT_EQ(UnicodeToCodePage(1252, u'\u00E9'), 0xE9);
-    EXPECT_EQ(UnicodeToCodePage(1252, u'\u3042'), NoChar);
-    EXPECT_EQ(CodePageToUnicode(932, 0x82A0), u'\u3042');
-    EXPECT_EQ(CodePageToUnicode(932, 0x889F), u'\u4E9C');
-    EXPECT_EQ(CodePageToUnicode(932, 0x5C), u'\\');
-    EXPECT_EQ(CodePageToUnicode(1252, 0x80), u'\u20AC');
-    EXPECT_EQ(CodePageToUnicode(1252, 0x41), u'A');
-    // Other code pages have no tables.
-    EXPECT_EQ(UnicodeToCodePage(437, u'A'), NoChar);
-    EXPECT_EQ(CodePageToUnicode(-1, 0x41), NoChar);
-}
+// Encoding one way: {code page, character, expected code} (NoChar: refused).
+struct Encode { int Cp; char16_t U; uint16_t Code; };
+// Decoding the other way: {code page, code, expected character}.
+struct Decode { int Cp; uint16_t Code; char16_t U; };
 
-TEST(CodePage, RefusesBestFitsAndInvalidInput) {
-    EXPECT_EQ(UnicodeToCodePage(1252, u'\u0101'), NoChar);  // not plain 'a'
-    EXPECT_EQ(UnicodeToCodePage(1252, u'\u0080'), NoChar);  // 0x80 is the euro sign
-    EXPECT_EQ(UnicodeToCodePage(932, u'\u00A5'), NoChar);   // not the backslash byte
-    EXPECT_EQ(UnicodeToCodePage(932, u'\u00A2'), NoChar);   // not the fullwidth cent
-    EXPECT_EQ(UnicodeToCodePage(932, u'\u301C'), NoChar);   // not the fullwidth tilde
-    EXPECT_EQ(UnicodeToCodePage(932, u'\uFF5E'), 0x8160);
-    for (int cp : {932, 1252}) {
-        EXPECT_EQ(UnicodeToCodePage(cp, u'\uFFFF'), NoChar);
-        EXPECT_EQ(UnicodeToCodePage(cp, char16_t{0xD800}), NoChar);
-        EXPECT_EQ(UnicodeToCodePage(cp, char16_t{0xDFFF}), NoChar);
-    }
-    EXPECT_EQ(CodePageToUnicode(932, 0x82), NoChar);    // lone lead byte
-    EXPECT_EQ(CodePageToUnicode(932, 0xFC), NoChar);
-    EXPECT_EQ(CodePageToUnicode(932, 0x4141), NoChar);  // two characters
-    EXPECT_EQ(CodePageToUnicode(932, 0xA1A1), NoChar);
-    EXPECT_EQ(CodePageToUnicode(932, 0x827F), NoChar);  // 0x7F is no trail byte
-    EXPECT_EQ(CodePageToUnicode(932, 0x8220), NoChar);
-    EXPECT_EQ(CodePageToUnicode(932, 0x82FD), NoChar);
-    EXPECT_EQ(CodePageToUnicode(932, 0x8540), NoChar);  // empty row
-    EXPECT_EQ(CodePageToUnicode(1252, 0x100), NoChar);
-    EXPECT_EQ(CodePageToUnicode(1252, 0x8080), NoChar);
+TEST(CodePage, EncodesAndDecodesWithoutBestFits) {
+    const Encode encodes[] = {
+        {932, u'\u3042', 0x82A0}, {932, u'A', 0x41}, {932, u'\uFF71', 0xB1}, {1252, u'\u20AC', 0x80},
+        {1252, u'\u00E9', 0xE9}, {1252, u'\u3042', NoChar}, {437, u'A', NoChar},  // no table for 437
+        // Refused best fits: not plain 'a', not the euro byte, not the backslash
+        // byte, not the fullwidth cent or tilde.
+        {1252, u'\u0101', NoChar}, {1252, u'\u0080', NoChar}, {932, u'\u00A5', NoChar}, {932, u'\u00A2', NoChar},
+        {932, u'\u301C', NoChar}, {932, u'\uFF5E', 0x8160},
+        {932, u'\uFFFF', NoChar}, {932, 0xD800, NoChar}, {1252, 0xDFFF, NoChar}, {1252, u'\uFFFF', NoChar},
+        // Duplicates: JIS X 0208 before NEC row 13 before IBM extensions before NEC-selected IBM.
+        {932, u'\u2252', 0x81E0}, {932, u'\uFFE2', 0x81CA}, {932, u'\u2160', 0x8754}, {932, u'\u2170', 0xFA40},
+        {932, u'\u7E8A', 0xFA5C}};
+    for (const Encode& e : encodes)
+        EXPECT_EQ(UnicodeToCodePage(e.Cp, e.U), e.Code) << e.Cp << " U+" << std::hex << int(e.U);
+    const Decode decodes[] = {
+        {932, 0x82A0, u'\u3042'}, {932, 0x889F, u'\u4E9C'}, {932, 0x5C, u'\\'}, {1252, 0x80, u'\u20AC'},
+        {1252, 0x41, u'A'}, {-1, 0x41, NoChar},
+        // Lone lead bytes, two characters, bad trail bytes, an empty row.
+        {932, 0x82, NoChar}, {932, 0xFC, NoChar}, {932, 0x4141, NoChar}, {932, 0xA1A1, NoChar}, {932, 0x827F, NoChar},
+        {932, 0x8220, NoChar}, {932, 0x82FD, NoChar}, {932, 0x8540, NoChar}, {1252, 0x100, NoChar},
+        {1252, 0x8080, NoChar},
+        {932, 0x8790, u'\u2252'}, {932, 0xEEF9, u'\uFFE2'}, {932, 0xFA54, u'\uFFE2'}, {932, 0xFA4A, u'\u2160'},
+        {932, 0xEEEF, u'\u2170'}, {932, 0xED40, u'\u7E8A'}};
+    for (const Decode& d : decodes)
+        EXPECT_EQ(CodePageToUnicode(d.Cp, d.Code), d.U) << d.Cp << " 0x" << std::hex << d.Code;
 }
 
 TEST(CodePage, WindowsOnlyMappings) {
     // Single bytes of 932 that Windows maps to controls and private use.
     const std::pair<uint16_t, char16_t> singles932[] = {
-        {0x80, u'\u0080'}, {0xA0, u'\uF8F0'}, {0xFD, u'\uF8F1'}, {0xFE, u'\uF8F2'}, {0xFF, u'\uF8F3'}};
-    for (auto [code, u] : singles932) {
-        EXPECT_EQ(CodePageToUnicode(932, code), u) << code;
-        EXPECT_EQ(UnicodeToCodePage(932, u), code) << code;
-    }
-    // The user-defined area, row by row, skipping trail byte 0x7F.
-    const std::pair<uint16_t, char16_t> userDefined[] = {
+        {0x80, u'\u0080'}, {0xA0, u'\uF8F0'}, {0xFD, u'\uF8F1'}, {0xFE, u'\uF8F2'}, {0xFF, u'\uF8F3'},
+        // The user-defined area, row by row, skipping trail byte 0x7F.
         {0xF040, u'\uE000'}, {0xF07E, u'\uE03E'}, {0xF080, u'\uE03F'}, {0xF0FC, u'\uE0BB'},
         {0xF140, u'\uE0BC'}, {0xF9FC, u'\uE757'}};
-    for (auto [code, u] : userDefined) {
+    for (auto [code, u] : singles932) {
         EXPECT_EQ(CodePageToUnicode(932, code), u) << code;
         EXPECT_EQ(UnicodeToCodePage(932, u), code) << code;
     }
@@ -66,21 +52,6 @@ TEST(CodePage, WindowsOnlyMappings) {
         EXPECT_EQ(CodePageToUnicode(1252, b), b);
         EXPECT_EQ(UnicodeToCodePage(1252, static_cast<char16_t>(b)), b);
     }
-}
-
-TEST(CodePage, DuplicatesEncodeAsWindowsDoes) {
-    // JIS X 0208 before NEC row 13 before IBM extensions before NEC-selected IBM.
-    EXPECT_EQ(UnicodeToCodePage(932, u'\u2252'), 0x81E0);
-    EXPECT_EQ(CodePageToUnicode(932, 0x8790), u'\u2252');
-    EXPECT_EQ(UnicodeToCodePage(932, u'\uFFE2'), 0x81CA);
-    EXPECT_EQ(CodePageToUnicode(932, 0xEEF9), u'\uFFE2');
-    EXPECT_EQ(CodePageToUnicode(932, 0xFA54), u'\uFFE2');
-    EXPECT_EQ(UnicodeToCodePage(932, u'\u2160'), 0x8754);
-    EXPECT_EQ(CodePageToUnicode(932, 0xFA4A), u'\u2160');
-    EXPECT_EQ(UnicodeToCodePage(932, u'\u2170'), 0xFA40);
-    EXPECT_EQ(CodePageToUnicode(932, 0xEEEF), u'\u2170');
-    EXPECT_EQ(UnicodeToCodePage(932, u'\u7E8A'), 0xFA5C);
-    EXPECT_EQ(CodePageToUnicode(932, 0xED40), u'\u7E8A');
 }
 
 bool IsDuplicateRow932(uint16_t code) {

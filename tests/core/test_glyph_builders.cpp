@@ -67,42 +67,28 @@ TEST(GlyphBuilders, CropsAndExtractsInk) {
     EXPECT_TRUE(t.SameAs(v));
 }
 
-TEST(GlyphBuilders, HorizontalMargins) {
-    // 6 x 1 at 1 bit, ink in columns 2-3.
-    const std::vector<uint8_t> cell = {0x30};
-    const std::vector<uint8_t> blank = {0x00};
-    CGlyph g;
-    g.SetFromCellWithMargins(cell.data(), 6, 1, 1, false, 1, 1, 1);
-    EXPECT_EQ(Spaces(g), (std::vector<int>{1, 1, 0, 0}));
-    EXPECT_EQ(g.RightExtent, 2);
-    CGlyph zero;  // marginBefore = width: advance 0
-    zero.SetFromCellWithMargins(cell.data(), 6, 1, 1, false, 6, 0, 1);
-    EXPECT_EQ(Spaces(zero), (std::vector<int>{-2, 0, 0, 0}));
-    CGlyph zeroBlank;
-    zeroBlank.SetFromCellWithMargins(blank.data(), 6, 1, 1, false, 6, 0, 1);
-    EXPECT_EQ(Spaces(zeroBlank), (std::vector<int>{0, 0, 0, 0}));
-    CGlyph space;
-    space.SetFromCellWithMargins(blank.data(), 6, 1, 1, false, 1, 2, 1);
-    EXPECT_EQ(Spaces(space), (std::vector<int>{3, 0, 0, 0}));
-}
-
-TEST(GlyphBuilders, VerticalMargins) {
-    // 1 x 6 at 1 bit, ink in rows 1-2.
-    const std::vector<uint8_t> cell = {0x60};
-    const std::vector<uint8_t> blank = {0x00};
-    CGlyph g;
-    g.SetFromCellWithMargins(cell.data(), 1, 6, 1, true, 1, 2, 1);
-    EXPECT_EQ(Spaces(g), (std::vector<int>{0, 0, 0, 1}));
-    EXPECT_EQ(g.Ascent, -1);
-    CGlyph zero;
-    zero.SetFromCellWithMargins(cell.data(), 1, 6, 1, true, 6, 0, 1);
-    EXPECT_EQ(Spaces(zero), (std::vector<int>{0, 0, -2, 0}));
-    CGlyph zeroBlank;
-    zeroBlank.SetFromCellWithMargins(blank.data(), 1, 6, 1, true, 6, 3, 1);
-    EXPECT_EQ(Spaces(zeroBlank), (std::vector<int>{0, 0, 0, 0}));
-    CGlyph space;
-    space.SetFromCellWithMargins(blank.data(), 1, 6, 1, true, 1, 2, 1);
-    EXPECT_EQ(Spaces(space), (std::vector<int>{0, 0, 3, 0}));
+// One ink run of two pixels in a line of six, laid out across (horizontal) or
+// down (vertical): the margins before and after set the spaces.
+TEST(GlyphBuilders, MarginsSetSpaces) {
+    struct Case {
+        bool Vertical, Blank;
+        int Before, After;
+        std::vector<int> Spaces;
+    } cases[] = {
+        {false, false, 1, 1, {1, 1, 0, 0}}, {false, false, 6, 0, {-2, 0, 0, 0}},  // before = width: advance 0
+        {false, true, 6, 0, {0, 0, 0, 0}},  {false, true, 1, 2, {3, 0, 0, 0}},
+        {true, false, 1, 2, {0, 0, 0, 1}},  {true, false, 6, 0, {0, 0, -2, 0}},
+        {true, true, 6, 3, {0, 0, 0, 0}},   {true, true, 1, 2, {0, 0, 3, 0}}};
+    for (const Case& c : cases) {
+        // Horizontal 6 x 1 with ink in columns 2-3; vertical 1 x 6 with ink in rows 1-2.
+        const uint8_t cell = c.Blank ? 0x00 : c.Vertical ? 0x60 : 0x30;
+        CGlyph g;
+        g.SetFromCellWithMargins(&cell, c.Vertical ? 1 : 6, c.Vertical ? 6 : 1, 1, c.Vertical, c.Before, c.After, 1);
+        EXPECT_EQ(Spaces(g), c.Spaces) << c.Vertical << c.Blank << " " << c.Before << "," << c.After;
+        if (!c.Blank && c.Before == 1) {
+            EXPECT_EQ(c.Vertical ? g.Ascent : g.RightExtent, c.Vertical ? -1 : 2);
+        }
+    }
 }
 
 // Cropping at every depth, odd widths included, against a pixel reference.

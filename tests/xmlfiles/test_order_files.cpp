@@ -68,19 +68,20 @@ TEST(GlyphOrderFile, ReadsCellsRowByRow) {
 TEST(GlyphOrderFile, RefusesBadFilesWithTheirMessages) {
     CTempDir dir;
     auto err = [&](const std::string& text) { return ErrorOf([&] { LoadOrder(dir, text); }); };
-    EXPECT_EQ(err(Order("<body><area width=\"0\"/></body>")), "XML Error:\n Invalid order width(=0).");
-    EXPECT_EQ(err(Order("<body><area width=\"-3\"/></body>")), "XML Error:\n Invalid order width(=-3).");
-    EXPECT_EQ(err(Order("<body><area height=\"0\"/><order>A</order></body>")),
-              "XML Error:\n Invalid order height(=0).");
-    EXPECT_EQ(err(Order("<order>A</order>")), "XML Error:\n <order> must be in <body>");
-    EXPECT_EQ(err(Order("<body><null/></body>")), "XML Error:\n <null> must be in <order>");
-    EXPECT_EQ(err(Order("<x><body/></x>")), "XML Error:\n <body> must be in <letter-order>");
-    EXPECT_EQ(err(Order("<body/>", "<letter-order version=\"1.1\">")),
-              "XML Error:\n letter-order version mismatch(1.1: must be 1.0)");
-    EXPECT_EQ(err(Order("<body/>", "<letter-order>")),
-              "XML Error:\n letter-order version mismatch((null): must be 1.0)");
-    // The nesting error is raised at once; the mismatch would only count at the end.
-    EXPECT_EQ(err(Order("<order/>", "<letter-order version=\"2\">")), "XML Error:\n <order> must be in <body>");
+    const char* const v11 = "<letter-order version=\"1.1\">";
+    const struct { std::string Body, Root, Message; } cases[] = {
+        {"<body><area width=\"0\"/></body>", "", "Invalid order width(=0)."},
+        {"<body><area width=\"-3\"/></body>", "", "Invalid order width(=-3)."},
+        {"<body><area height=\"0\"/><order>A</order></body>", "", "Invalid order height(=0)."},
+        {"<order>A</order>", "", "<order> must be in <body>"},
+        {"<body><null/></body>", "", "<null> must be in <order>"},
+        {"<x><body/></x>", "", "<body> must be in <letter-order>"},
+        {"<body/>", v11, "letter-order version mismatch(1.1: must be 1.0)"},
+        {"<body/>", "<letter-order>", "letter-order version mismatch((null): must be 1.0)"},
+        // The nesting error is raised at once; the mismatch would only count at the end.
+        {"<order/>", "<letter-order version=\"2\">", "<order> must be in <body>"}};
+    for (const auto& c : cases)
+        EXPECT_EQ(err(c.Root.empty() ? Order(c.Body) : Order(c.Body, c.Root)), "XML Error:\n " + c.Message) << c.Body;
     std::string broken = err("<letter-order version=\"1.0\">\n<body></letter-order>");
     EXPECT_EQ(broken.rfind("XML Error:\n " + (dir / "o.xlor").string() + " : line 2 : column ", 0), 0u) << broken;
     EXPECT_NE(broken.find("\n\n "), std::string::npos);

@@ -30,37 +30,22 @@ TEST(ZglyWriter, OneGlyphFileLayout) {
     auto b = FileBytes(dir / "one.zgly");
     ASSERT_EQ(b.size(), 112u);
     EXPECT_EQ(std::string(b.begin(), b.begin() + 4), "YLGZ");
-    EXPECT_EQ(U16At(b, 4), 0xFEFF);
-    EXPECT_EQ(U16At(b, 6), 0x0101);
-    EXPECT_EQ(U32At(b, 8), 112u);
-    EXPECT_EQ(U16At(b, 12), 16);
-    EXPECT_EQ(U16At(b, 14), 4);
+    // {offset, bytes, value}: header, FINF's block offsets and encoding, the
+    // CGLP head and its one ink pixel, CWDH for glyphs 0..0, one scan CMAP block.
+    const struct { std::size_t At; int Size; uint32_t Value; } fields[] = {
+        {4, 2, 0xFEFF}, {6, 2, 0x0101}, {8, 4, 112}, {12, 2, 16}, {14, 2, 4},
+        {24 + 8, 4, 52}, {24 + 12, 4, 72}, {24 + 16, 4, 92}, {24 + 7, 1, 1},
+        {52, 1, 1}, {53, 1, 1}, {54, 2, 1}, {58, 1, 1}, {59, 1, 0}, {60, 1, 0x80},
+        {72, 2, 0}, {74, 2, 0}, {76, 4, 0}, {81, 1, 1},
+        {92, 2, 0x0000}, {94, 2, 0xFFFF}, {96, 2, 2}, {104, 2, 1}, {106, 2, 0x41}, {108, 2, 0}};
+    for (const auto& f : fields)
+        EXPECT_EQ(f.Size == 1 ? b[f.At] : f.Size == 2 ? U16At(b, f.At) : U32At(b, f.At), f.Value) << "at " << f.At;
     const std::pair<const char*, std::pair<uint32_t, uint32_t>> blocks[] = {
         {"FNIF", {16, 28}}, {"PLGC", {44, 20}}, {"HDWC", {64, 20}}, {"PAMC", {84, 28}}};
     for (const auto& [tag, at] : blocks) {
         EXPECT_EQ(std::string(b.begin() + at.first, b.begin() + at.first + 4), tag);
         EXPECT_EQ(U32At(b, at.first + 4), at.second) << tag;
     }
-    EXPECT_EQ(U32At(b, 24 + 8), 52u);
-    EXPECT_EQ(U32At(b, 24 + 12), 72u);
-    EXPECT_EQ(U32At(b, 24 + 16), 92u);
-    EXPECT_EQ(b[24 + 7], 1);  // UTF-16
-    EXPECT_EQ(b[52], 1);      // cell 1 x 1
-    EXPECT_EQ(b[53], 1);
-    EXPECT_EQ(U16At(b, 54), 1);
-    EXPECT_EQ(b[58], 1);      // bpp
-    EXPECT_EQ(b[59], 0);      // flags
-    EXPECT_EQ(b[60], 0x80);   // the one ink pixel
-    EXPECT_EQ(U16At(b, 72), 0);  // CWDH glyphs 0..0, no next
-    EXPECT_EQ(U16At(b, 74), 0);
-    EXPECT_EQ(U32At(b, 76), 0u);
-    EXPECT_EQ(b[81], 1);  // glyph width 1
-    EXPECT_EQ(U16At(b, 92), 0x0000);  // one scan block over everything
-    EXPECT_EQ(U16At(b, 94), 0xFFFF);
-    EXPECT_EQ(U16At(b, 96), 2);
-    EXPECT_EQ(U16At(b, 104), 1);
-    EXPECT_EQ(U16At(b, 106), 0x41);
-    EXPECT_EQ(U16At(b, 108), 0);
 }
 
 TEST(ZglyWriter, QuarterTurnSwapsStoredCellAndSetsFlags) {
