@@ -20,15 +20,14 @@ void CheckOutputFile(const std::filesystem::path& path) {
         struct stat st {};
         if (::stat(path.c_str(), &st) == 0 && S_ISDIR(st.st_mode))
             ThrowError("Parameter Error:\n Specified path(%s) indicates directory.", path);
-        if (::access(path.c_str(), W_OK) != 0)
+        // No write bit counts as read only even for root, whom access() lets write anything.
+        if (::access(path.c_str(), W_OK) != 0 || (st.st_mode & 0222) == 0)
             ThrowError("Parameter Error:\n Specified file(%s) is read only.", path);
         return;
     }
     // The directory part as written, keeping its trailing separator.
     std::string text = path.string();
-    std::string dir;
     auto slash = text.find_last_of('/');
-    if (slash != std::string::npos) dir = text.substr(0, slash + 1);
-    if (dir.empty()) dir = ".";
+    const std::string dir = slash == std::string::npos ? std::string(".") : text.substr(0, slash + 1);
     if (!FileExists(dir)) ThrowError("Parameter Error:\n Directory(%s) not exists.", dir);
 }

@@ -2,8 +2,12 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 
+#include "core/font_data.h"
 #include "core/font_io.h"
+
+class CFontBlockSet;
 
 // A numeric parameter that is not given; the font's own value is used.
 inline constexpr int32_t NotGiven = 0xFFFF;
@@ -30,4 +34,16 @@ public:
     int32_t DefaultRightSpace;
     int32_t Rotation;
     int32_t Encoding;
+
+private:
+    // A sorted copy of the font under its output codes.
+    std::unique_ptr<CFontData> Recode(const CFontData& font) const;
+    void CheckDefaultWidths(const CFontData& work) const;
+    void BuildBlocks(const CFontData& work, CFontBlockSet& blocks) const;
+    void AddFontInfo(const CFontData& work, CFontBlockSet& blocks) const;
+    void AddGlyphCells(const CFontData& work, CFontBlockSet& blocks) const;
+    CharWidths WidthEntry(const CFontData& work, const CGlyph& glyph) const;
+    void AddWidths(const CFontData& work, CFontBlockSet& blocks) const;
+    void AddCharMap(const CFontData& work, CFontBlockSet& blocks) const;
+    static void FixOffsets(CFontBlockSet& blocks);
 };

@@ -1,0 +1,41 @@
+// The command line as the front end of a conversion run: options instead of
+// panels, stderr instead of the message window.
+#pragma once
+
+#include <string>
+
+#include "cli/options.h"
+#include "core/conversion.h"
+
+class CCliFrontEnd : public CConversionFrontEnd {
+public:
+    explicit CCliFrontEnd(const CliOptions& options) : Options(options) {}
+
+    void BeginRun() override {}
+    void LockControls() override {}
+    void UnlockControls() override {}
+    void EndRun() override {}
+
+    bool UseFilter() override { return !Options.FilterPath.empty(); }
+    std::string FilterPathText() override { return Options.FilterPath; }
+    std::string CommitFilterPath() override { return Options.FilterPath; }
+
+    std::unique_ptr<CFontReader> CreateReader() override;
+    std::unique_ptr<CFontWriter> CreateWriter() override;
+    void CommitInputHistory() override {}
+    void CommitOutputHistory() override {}
+
+    void ClearMessages() override { Error.clear(); }
+    void AppendError(const std::string& text) override { Error += text; }
+    void ShowMessages() override {}
+    bool MessagesShown() override { return false; }
+    bool MessagesHaveText() override { return !Error.empty(); }
+    void CloseMessages() override {}
+
+    // The error of the run, as the message window would show it.
+    const std::string& ErrorText() const { return Error; }
+
+private:
+    const CliOptions& Options;
+    std::string Error;
+};

@@ -1,0 +1,71 @@
+#include "cli/list_commands.h"
+
+#include <string>
+#include <vector>
+
+#include "cli/json_text.h"
+#include "core/general_exception.h"
+#include "core/glyph_order.h"
+#include "core/headless_pg_ctrl.h"
+#include "core/pg_ctrl.h"
+#include "sources/font_catalog.h"
+#include "xmlfiles/glyph_order_files.h"
+
+int RunListOrders(bool json, std::FILE* out, std::FILE* err) {
+    // Files that fail to load are reported as warnings, as at the window's start-up.
+    CHeadlessPgCtrl pg;
+    CPgCtrl* saved = g_pPgCtrl;
+    g_pPgCtrl = &pg;
+    std::vector<GlyphOrderInfo> list;
+    FindGlyphOrderFiles(list);
+    std::string text = json ? "[" : "";
+    bool first = true;
+    for (const auto& info : list) {
+        std::string grid = "?";
+        int width = 0, height = 0;
+        try {
+            CGlyphOrder order;
+            order.Load(info.Path);
+            width = order.Width;
+            height = order.Height;
+            grid = std::to_string(width) + "x" + std::to_string(height);
+        } catch (const CGeneralException& e) {
+            pg.AddWarning(e.Message);
+        }
+        if (json) {
+            text += std::string(first ? "" : ",") + "{\"file\":" + JsonString(info.FileName) +
+                    ",\"title\":" + JsonString(info.Title) + ",\"comment\":" + JsonString(info.Comment) +
+                    ",\"path\":" + JsonString(info.Path.string()) + ",\"width\":" + std::to_string(width) +
+                    ",\"height\":" + std::to_string(height) + "}";
+        } else {
+            text += info.FileName + "\t" + grid + "\t" + info.Title + "\t" + info.Comment + "\n";
+        }
+        first = false;
+    }
+    if (json) text += "]\n";
+    g_pPgCtrl = saved;
+    std::fputs(text.c_str(), out);
+    for (const auto& w : pg.Warnings) std::fprintf(err, "Warning: %s\n", w.c_str());
+    return 0;
+}
+
+int RunListFonts(bool json, std::FILE* out) {
+    std::string text = json ? "[" : "";
+    bool first = true;
+    for (const auto& face : ListInstalledFaces()) {
+        std::string sizes;
+        for (int s : face.PixelSizes) sizes += (sizes.empty() ? "" : ",") + std::to_string(s);
+        if (json) {
+            text += std::string(first ? "" : ",") + "{\"family\":" + JsonString(face.Family) +
+                    ",\"scalable\":" + (face.Scalable ? "true" : "false") + ",\"sizes\":[" + sizes +
+                    "],\"vertical\":" + (face.HasVerticalForms ? "true" : "false") + "}";
+        } else {
+            text += face.Family + "\t" + (face.Scalable ? "scalable" : "bitmap " + sizes) +
+                    (face.HasVerticalForms ? "\t@" + face.Family : "") + "\n";
+        }
+        first = false;
+    }
+    if (json) text += "]\n";
+    std::fputs(text.c_str(), out);
+    return 0;
+}

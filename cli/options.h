@@ -1,0 +1,73 @@
+// The command line's contract: every command and option, parsed into one
+// plain struct. Parsing knows nothing of fonts; the factories build the
+// readers and writers from the struct.
+#pragma once
+
+#include <cstdint>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+enum class CliCommand { Convert, Info, ListOrders, ListFonts, Help, Version };
+enum class InputKind { None, Zgly, Bmp, Font, Lc };
+enum class OutputKind { None, Zgly, Bmp };
+
+// A parameter the user did not give; the font's own value is used.
+inline constexpr int CliNotGiven = 0xFFFF;
+
+struct CliOptions {
+    CliCommand Command = CliCommand::Help;
+
+    // convert: input
+    InputKind Input = InputKind::None;
+    std::string InputPath;         // --from-zgly, --from-bmp, --from-lc
+    std::string FromOrder;         // --from-order
+    int BmpBpp = 1;                // --colors 2|4|8|16
+    std::string FontFace;          // --from-font
+    int FontSize = 0;              // negative: character height (--size); positive: cell height
+    int FontSizeGiven = 0;         // the number as typed after --size or --cell-height
+    int FontBpp = 1;               // --levels 2|4|8|16
+    int WidthType = 1;             // glyph, keep-space, margin, fixed
+    int FixedWidth = 16;
+    bool SoftAA = true;
+    std::string LcHalfPath;        // --lc-half
+    bool LcMainFixed = true;
+    bool LcHalfFixed = true;
+    bool LcVertical = false;
+
+    // convert: output
+    OutputKind Output = OutputKind::None;
+    std::string OutputPath;
+    int Encoding = 1;              // UTF-16
+    bool AltCharGiven = false;
+    std::string AltCharText;
+    int LineHeight = CliNotGiven;
+    int DefaultLeft = CliNotGiven;
+    int DefaultWidth = CliNotGiven;
+    int DefaultRight = CliNotGiven;
+    int Rotation = 0;              // 0..3 for 0, 90, 180, 270 degrees
+    std::string ToOrder;
+    bool DrawGrid = true;
+    // Margin mode with zero margins unless --cell or --margins says otherwise.
+    int CellWidth = -1, CellHeight = -1, OffsetLeft = 0, OffsetTop = 0, MarginRight = 0, MarginBottom = 0;
+
+    std::string FilterPath;
+    bool Quiet = false;
+
+    // info, list-orders, list-fonts
+    std::string InfoPath;
+    bool Json = false;
+};
+
+// A command line that breaks the contract; the text says what is wrong.
+class CUsageError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+// args excludes the program name. Throws CUsageError.
+CliOptions ParseCommandLine(const std::vector<std::string>& args);
+
+// The short hint printed after a usage error, and the full --help text.
+const char* UsageHint();
+const char* HelpText();

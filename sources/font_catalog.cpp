@@ -1,0 +1,111 @@
+// The installed families through fontconfig.
+#include "sources/font_catalog.h"
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <memory>
+#include <set>
+
+#include <fontconfig/fontconfig.h>
+#include <hb-ot.h>
+#include <hb.h>
+
+namespace {
+
+struct Family {
+    bool Scalable = false;
+    std::set<int> PixelSizes;
+    bool HasVerticalForms = false;
+    std::string CheckedFile;
+};
+
+std::string Lower(const std::string& s) {
+    std::string r = s;
+    for (char& c : r)
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    return r;
+}
+
+bool FileHasVerticalForms(const char* file, int index) {
+    hb_blob_t* blob = hb_blob_create_from_file_or_fail(file);
+    if (!blob) return false;
+    hb_face_t* face = hb_face_create(blob, static_cast<unsigned>(index));
+    unsigned found = 0;
+    for (hb_tag_t tag : {HB_TAG('v', 'e', 'r', 't'), HB_TAG('v', 'r', 't', '2')}) {
+        unsigned count = 0;
+        hb_tag_t tags[] = {tag, HB_TAG_NONE};
+        hb_set_t* lookups = hb_set_create();
+        hb_ot_layout_collect_lookups(face, HB_OT_TAG_GSUB, nullptr, nullptr, tags, lookups);
+        count = hb_set_get_population(lookups);
+        hb_set_destroy(lookups);
+        found += count;
+    }
+    hb_face_destroy(face);
+    hb_blob_destroy(blob);
+    return found > 0;
+}
+
+// Only fonts for East Asian languages are opened to look for vertical forms.
+bool CoversEastAsian(FcPattern* font) {
+    FcLangSet* langs = nullptr;
+    if (FcPatternGetLangSet(font, FC_LANG, 0, &langs) != FcResultMatch) return false;
+    for (const char* lang : {"ja", "zh-cn", "zh-tw", "ko"})
+        if (FcLangSetHasLang(langs, reinterpret_cast<const FcChar8*>(lang)) == FcLangEqual) return true;
+    return false;
+}
+
+}  // namespace
+
+std::vector<FontFaceInfo> ListInstalledFaces() {
+    std::vector<FontFaceInfo> result;
+    if (!FcInit()) return result;
+    std::unique_ptr<FcPattern, decltype(&FcPatternDestroy)> pattern(FcPatternCreate(), FcPatternDestroy);
+    std::unique_ptr<FcObjectSet, decltype(&FcObjectSetDestroy)> objects(
+        FcObjectSetBuild(FC_FAMILY, FC_SCALABLE, FC_OUTLINE, FC_PIXEL_SIZE, FC_FILE, FC_INDEX, FC_LANG, nullptr),
+        FcObjectSetDestroy);
+    std::unique_ptr<FcFontSet, decltype(&FcFontSetDestroy)> fonts(
+        FcFontList(nullptr, pattern.get(), objects.get()), FcFontSetDestroy);
+    if (!fonts) return result;
+
+    std::map<std::string, Family> families;
+    for (int i = 0; i < fonts->nfont; ++i) {
+        FcPattern* font = fonts->fonts[i];
+        FcBool scalable = FcFalse, outline = FcFalse;
+        FcPatternGetBool(font, FC_SCALABLE, 0, &scalable);
+        FcPatternGetBool(font, FC_OUTLINE, 0, &outline);
+        const bool isScalable = scalable || outline;
+        FcChar8* file = nullptr;
+        int index = 0;
+        FcPatternGetString(font, FC_FILE, 0, &file);
+        FcPatternGetInteger(font, FC_INDEX, 0, &index);
+        const bool eastAsian = isScalable && file && CoversEastAsian(font);
+        FcChar8* name = nullptr;
+        for (int n = 0; FcPatternGetString(font, FC_FAMILY, n, &name) == FcResultMatch; ++n) {
+            Family& f = families[reinterpret_cast<const char*>(name)];
+            f.Scalable = f.Scalable || isScalable;
+            double px = 0;
+            for (int k = 0; !isScalable && FcPatternGetDouble(font, FC_PIXEL_SIZE, k, &px) == FcResultMatch; ++k)
+                f.PixelSizes.insert(static_cast<int>(std::lround(px)));
+            if (eastAsian && !f.HasVerticalForms) {
+                const std::string path = reinterpret_cast<const char*>(file);
+                if (f.CheckedFile != path) {
+                    f.CheckedFile = path;
+                    f.HasVerticalForms = FileHasVerticalForms(path.c_str(), index);
+                }
+            }
+        }
+    }
+    for (auto& [name, f] : families) {
+        FontFaceInfo info;
+        info.Family = name;
+        info.Scalable = f.Scalable;
+        if (!f.Scalable) info.PixelSizes.assign(f.PixelSizes.begin(), f.PixelSizes.end());
+        info.HasVerticalForms = f.HasVerticalForms;
+        result.push_back(std::move(info));
+    }
+    std::stable_sort(result.begin(), result.end(), [](const FontFaceInfo& a, const FontFaceInfo& b) {
+        return Lower(a.Family) < Lower(b.Family);
+    });
+    return result;
+}

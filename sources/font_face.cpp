@@ -1,0 +1,141 @@
+// Face lookup through fontconfig and the cell-height size convention.
+#include "sources/font_face.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+
+#include <fontconfig/fontconfig.h>
+#include FT_TRUETYPE_TABLES_H
+
+#include "core/general_exception.h"
+
+namespace {
+
+struct FcPatternDeleter {
+    void operator()(FcPattern* p) const { FcPatternDestroy(p); }
+};
+using FcPatternPtr = std::unique_ptr<FcPattern, FcPatternDeleter>;
+
+bool FamilyMatches(FcPattern* font, const std::string& name) {
+    FcChar8* family = nullptr;
+    for (int i = 0; FcPatternGetString(font, FC_FAMILY, i, &family) == FcResultMatch; ++i)
+        if (FcStrCmpIgnoreCase(family, reinterpret_cast<const FcChar8*>(name.c_str())) == 0) return true;
+    return false;
+}
+
+bool ResolveFamily(const std::string& name, FontLocation& out) {
+    if (!FcInit()) return false;
+    FcPatternPtr pattern(FcPatternCreate());
+    FcPatternAddString(pattern.get(), FC_FAMILY, reinterpret_cast<const FcChar8*>(name.c_str()));
+    FcPatternAddInteger(pattern.get(), FC_WEIGHT, FC_WEIGHT_REGULAR);
+    FcPatternAddInteger(pattern.get(), FC_SLANT, FC_SLANT_ROMAN);
+    FcConfigSubstitute(nullptr, pattern.get(), FcMatchPattern);
+    FcDefaultSubstitute(pattern.get());
+    FcResult result = FcResultNoMatch;
+    FcPatternPtr match(FcFontMatch(nullptr, pattern.get(), &result));
+    // fontconfig always offers a fallback; only the family asked for counts.
+    if (!match || !FamilyMatches(match.get(), name)) return false;
+    FcChar8* file = nullptr;
+    if (FcPatternGetString(match.get(), FC_FILE, 0, &file) != FcResultMatch) return false;
+    int index = 0;
+    FcPatternGetInteger(match.get(), FC_INDEX, 0, &index);
+    out.File = reinterpret_cast<const char*>(file);
+    out.Index = index;
+    return true;
+}
+
+bool IsFontFile(const std::filesystem::path& path) {
+    std::error_code ec;
+    if (!std::filesystem::is_regular_file(path, ec)) return false;
+    FtLibraryPtr lib = MakeFtLibrary();
+    FT_Face face = nullptr;
+    if (FT_New_Face(lib.get(), path.c_str(), 0, &face) != 0) return false;
+    FT_Done_Face(face);
+    return true;
+}
+
+int32_t RoundDiv(long long num, long long den) {
+    return static_cast<int32_t>(std::llround(static_cast<double>(num) / static_cast<double>(den)));
+}
+
+}  // namespace
+
+bool ResolveFontName(const std::string& name, FontLocation& out) {
+    if (name.empty()) return false;
+    if (ResolveFamily(name, out)) return true;
+    if (IsFontFile(name)) {
+        out.File = name;
+        out.Index = 0;
+        return true;
+    }
+    return false;
+}
+
+FtLibraryPtr MakeFtLibrary() {
+    FT_Library lib = nullptr;
+    if (FT_Init_FreeType(&lib) != 0) ThrowError("Internal Error:\n Fail to initialise FreeType.");
+    return FtLibraryPtr(lib);
+}
+
+CFontFace::CFontFace(const FontLocation& location, int32_t size) : Library(MakeFtLibrary()) {
+    FT_Face face = nullptr;
+    if (FT_New_Face(Library.get(), location.File.c_str(), location.Index, &face) != 0)
+        ThrowError("Internal Error:\n Fail to create font.");
+    FacePtr.reset(face);
+    FT_Select_Charmap(face, FT_ENCODING_UNICODE);
+    if (Scalable())
+        SizeOutline(size);
+    else
+        SizeBitmap(size);
+}
+
+void CFontFace::SizeOutline(int32_t size) {
+    FT_Face face = FacePtr.get();
+    long long upem = face->units_per_EM ? face->units_per_EM : 1000;
+    long long winAscent = face->ascender, winDescent = -face->descender;
+    auto* os2 = static_cast<TT_OS2*>(FT_Get_Sfnt_Table(face, FT_SFNT_OS2));
+    if (os2 && os2->version != 0xFFFF && os2->usWinAscent + os2->usWinDescent > 0) {
+        winAscent = os2->usWinAscent;
+        winDescent = os2->usWinDescent;
+    }
+    if (winAscent + winDescent <= 0) {
+        winAscent = upem * 4 / 5;
+        winDescent = upem - winAscent;
+    }
+    long long total = winAscent + winDescent;
+    if (size > 0) {
+        // The cell height is the request; the em follows from it.
+        Ppem26 = std::max<FT_F26Dot6>(1, RoundDiv(size * 64LL * upem, total));
+        Ascent = RoundDiv(size * winAscent, total);
+        Descent = size - Ascent;
+    } else {
+        long long em = -static_cast<long long>(size);
+        Ppem26 = em * 64;
+        Ascent = RoundDiv(em * winAscent, upem);
+        Descent = RoundDiv(em * winDescent, upem);
+    }
+    if (FT_Set_Char_Size(face, 0, Ppem26, 72, 72) != 0) ThrowError("Internal Error:\n Fail to create font.");
+    MaxCharWidth = RoundDiv(static_cast<long long>(face->max_advance_width) * Ppem26, upem * 64);
+}
+
+void CFontFace::SizeBitmap(int32_t size) {
+    FT_Face face = FacePtr.get();
+    if (face->num_fixed_sizes < 1) ThrowError("Internal Error:\n Fail to create font.");
+    int want = std::abs(size), best = 0, bestDist = 1 << 30;
+    for (int i = 0; i < face->num_fixed_sizes; ++i) {
+        const FT_Bitmap_Size& s = face->available_sizes[i];
+        int have = size > 0 ? s.height : static_cast<int>((s.y_ppem + 32) >> 6);
+        int dist = std::abs(have - want);
+        if (dist < bestDist) {
+            best = i;
+            bestDist = dist;
+        }
+    }
+    if (FT_Select_Size(face, best) != 0) ThrowError("Internal Error:\n Fail to create font.");
+    const FT_Size_Metrics& m = face->size->metrics;
+    Ascent = static_cast<int32_t>((m.ascender + 63) >> 6);
+    Descent = static_cast<int32_t>((-m.descender + 63) >> 6);
+    MaxCharWidth = static_cast<int32_t>((m.max_advance + 63) >> 6);
+    Ppem26 = m.y_ppem * 64;
+}

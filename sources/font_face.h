@@ -1,0 +1,58 @@
+// Opening a face by family name or file path, and the Windows-style size
+// convention that the letterers measure with.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <string>
+
+#include <ft2build.h>
+#include FT_FREETYPE_H
+#include FT_ADVANCES_H
+
+struct FontLocation {
+    std::filesystem::path File;
+    int Index = 0;
+};
+
+// An installed family (case-insensitive) or a font file that FreeType opens;
+// false when the name is neither.
+bool ResolveFontName(const std::string& name, FontLocation& out);
+
+struct FtLibraryDeleter {
+    void operator()(FT_Library lib) const { FT_Done_FreeType(lib); }
+};
+struct FtFaceDeleter {
+    void operator()(FT_Face face) const { FT_Done_Face(face); }
+};
+using FtLibraryPtr = std::unique_ptr<FT_LibraryRec_, FtLibraryDeleter>;
+using FtFacePtr = std::unique_ptr<FT_FaceRec_, FtFaceDeleter>;
+
+FtLibraryPtr MakeFtLibrary();
+
+// One FreeType library and one face, sized like the Windows font mapper:
+// size > 0 is the cell height (Windows ascent + descent), size < 0 the em
+// height. Bitmap-only faces take the strike nearest the request.
+class CFontFace {
+public:
+    CFontFace(const FontLocation& location, int32_t size);
+
+    FT_Face Face() const { return FacePtr.get(); }
+    bool Scalable() const { return FT_IS_SCALABLE(FacePtr.get()); }
+
+    // tmAscent, tmDescent, tmHeight, tmMaxCharWidth equivalents in pixels.
+    int32_t Ascent = 0;
+    int32_t Descent = 0;
+    int32_t Height() const { return Ascent + Descent; }
+    int32_t MaxCharWidth = 0;
+    // Pixels per em (26.6), the scale of outline faces.
+    FT_F26Dot6 Ppem26 = 0;
+
+private:
+    void SizeOutline(int32_t size);
+    void SizeBitmap(int32_t size);
+
+    FtLibraryPtr Library;
+    FtFacePtr FacePtr;
+};

@@ -1,0 +1,69 @@
+// Two grey levels: the character's cell drawn as GDI's TextOut would, with
+// the blank area around the cell marked, then measured and reduced.
+#include <algorithm>
+
+#include "core/general_exception.h"
+#include "sources/letterer.h"
+
+namespace {
+enum : uint8_t { White = 0, Black = 1, Outside = 2 };
+constexpr int MaxCellSize = 4096;
+}  // namespace
+
+void CRasterLetterer::Prepare(const FontRequest& request) {
+    OpenFace(request, request.Size);
+    // The whole cell is one scratch bitmap; refuse sizes no screen font has.
+    if (CellSize < 1 || CellSize > MaxCellSize) ThrowError("Internal Error:\n Fail to CreateCompatibleBitmap.");
+    Grid.resize(static_cast<std::size_t>(CellSize) * CellSize);
+    Result.resize(Grid.size());
+}
+
+bool CRasterLetterer::MakeGlyph(CGlyph& glyph, char16_t code) {
+    if (!HasGlyph(code)) return false;
+    Bitmap b;
+    if (!Render(code, FT_LOAD_TARGET_MONO, b)) return false;
+    const int n = CellSize;
+
+    // The opaque text background covers advance x cell height; ink may
+    // overhang it, which widens the measured advance as on the screen.
+    std::fill(Grid.begin(), Grid.end(), Outside);
+    const int cellW = std::min(n, std::max(0, b.Advance)), cellH = std::min(n, Face->Height());
+    for (int y = 0; y < cellH; ++y) std::fill_n(Grid.begin() + static_cast<std::size_t>(y) * n, cellW, White);
+    const int top = FontAscent - b.Top;
+    for (int r = 0; r < b.Rows; ++r) {
+        const int y = top + r;
+        if (y < 0 || y >= n) continue;
+        for (int c = 0; c < b.Width; ++c) {
+            const int x = b.Left + c;
+            if (x >= 0 && x < n && b.Pixels[r * b.Width + c] >= 128) Grid[static_cast<std::size_t>(y) * n + x] = Black;
+        }
+    }
+
+    int advance = 0;
+    bool anyOutside = false;
+    for (int y = 0; y < n; ++y) {
+        const uint8_t* row = Grid.data() + static_cast<std::size_t>(y) * n;
+        const int first = static_cast<int>(std::find(row, row + n, Outside) - row);
+        if (first == n) continue;
+        anyOutside = true;
+        if (first == 0) break;  // below the cell (or an empty top row: no advance)
+        advance = std::max(advance, first);
+    }
+    if (!anyOutside) advance = n;
+    if (advance <= 0) return false;
+
+    const uint8_t full = MaxLevel();
+    for (int y = 0; y < n; ++y)
+        for (int x = 0; x < advance; ++x)
+            Result[static_cast<std::size_t>(y) * advance + x] = Grid[static_cast<std::size_t>(y) * n + x] == Black ? full : 0;
+
+    RenderedCell cell;
+    cell.Width = advance;
+    cell.Height = n;
+    cell.OriginX = 0;
+    cell.Advance = advance;
+    cell.Baseline = FontAscent;
+    cell.MaxLevel = full;
+    BuildGlyph(glyph, Result.data(), cell);
+    return true;
+}

@@ -1,0 +1,53 @@
+// Renders every character an installed font (or a font file) has.
+#include "sources/win_font_reader.h"
+
+#include <memory>
+
+#include "core/font_data.h"
+#include "core/font_filter.h"
+#include "core/general_exception.h"
+#include "core/pg_ctrl.h"
+#include "sources/letterer.h"
+
+void CWinFontReader::CheckParameters() {
+    if (FaceName.empty()) ThrowError("Internal Error:\n Font is not selected.");
+    if (Size == 0) ThrowError("Parameter Error:\n Invalid Font Size(%d)", 0);
+    if (Bpp < 1 || Bpp > 5) ThrowError("Internal Error:\n Bpp(%d) out of range.", Bpp);
+    if (WidthType < 0 || WidthType > 3) ThrowError("Internal Error:\n Invalid GlyphWidth Type(%d)", WidthType);
+    if (WidthType == 3 && FixedWidth <= 0) ThrowError("Parameter Error:\n Invalid fixed width(%d)", FixedWidth);
+    FontLocation location;
+    const FontRequest request = ParseFaceName(FaceName, Size);
+    if (!ResolveFontName(request.FaceName, location))
+        ThrowError("Parameter Error:\n Font(%s) is not installed.", FaceName);
+}
+
+void CWinFontReader::Read(CFontData& font, const CFontFilter& filter) {
+    g_pPgCtrl->SetStatus(" Making Font Data...");
+    g_pPgCtrl->ResetProgress();
+    g_pPgCtrl->SetProgressRange(0x10000);
+
+    const FontRequest request = ParseFaceName(FaceName, Size);
+    std::unique_ptr<CLetterer> letterer;
+    if (Bpp == 1) {
+        letterer = std::make_unique<CRasterLetterer>();
+    } else {
+        auto vector = std::make_unique<CVectorLetterer>();
+        vector->SoftAA = SoftAA;
+        letterer = std::move(vector);
+    }
+    font.IsVertical.Set(request.Vertical);
+    letterer->Setup(Bpp, WidthType, FixedWidth, request.Vertical);
+    letterer->Prepare(request);
+
+    // A glyph that MakeGlyph left untouched serves the next code.
+    std::unique_ptr<CGlyph> glyph;
+    for (uint32_t code = 0; code < 0xFFFF; ++code) {
+        g_pPgCtrl->StepProgress(1);
+        if (filter.IsExcluded(static_cast<uint16_t>(code))) continue;
+        if (!glyph) glyph = std::make_unique<CGlyph>();
+        if (letterer->MakeGlyph(*glyph, static_cast<char16_t>(code)))
+            font.AddGlyph(std::move(glyph), static_cast<uint16_t>(code));
+    }
+    letterer.reset();
+    font.Bpp.Set(Bpp);
+}

@@ -1,0 +1,271 @@
+// Installed fonts through FreeType: parameter checks, glyph counts against the
+// face's own character map, the size convention, width types, levels, vertical
+// faces and bitmap fonts.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <unistd.h>
+#include <memory>
+#include <string>
+
+#include "core/font_data.h"
+#include "core/font_filter.h"
+#include "core/general_exception.h"
+#include "core/headless_pg_ctrl.h"
+#include "glyph_sheet.h"
+#include "sources/font_face.h"
+#include "sources/letterer.h"
+#include "sources/win_font_reader.h"
+
+namespace {
+
+std::string CheckMessage(CWinFontReader reader) {
+    try {
+        reader.CheckParameters();
+    } catch (const CGeneralException& e) {
+        return e.Message;
+    }
+    return "";
+}
+
+class WinFontReader : public testing::Test {
+protected:
+    void SetUp() override { g_pPgCtrl = &Pg; }
+    void TearDown() override { g_pPgCtrl = nullptr; }
+
+    std::unique_ptr<CFontData> Convert(const std::string& face, int size, int bpp, int widthType = 0,
+                                       int fixed = 0, bool softAA = false, const CFontFilter& filter = {}) {
+        CWinFontReader reader(face, size, bpp, widthType, fixed, softAA);
+        reader.CheckParameters();
+        auto font = std::make_unique<CFontData>();
+        reader.Read(*font, filter);
+        font->PrepareForOutput();
+        return font;
+    }
+
+    // Codes U+0000..U+FFFE the face maps; with positive hinted advance only
+    // when onlyAdvancing (the 2-level path drops the others).
+    static int MappedCodes(const std::string& face, int size, bool onlyAdvancing) {
+        FontLocation loc;
+        EXPECT_TRUE(ResolveFontName(face, loc));
+        CFontFace f(loc, size);
+        int n = 0;
+        for (uint32_t c = 0; c < 0xFFFF; ++c) {
+            FT_UInt gi = FT_Get_Char_Index(f.Face(), c);
+            if (!gi) continue;
+            if (onlyAdvancing) {
+                FT_Load_Glyph(f.Face(), gi, FT_LOAD_TARGET_MONO);
+                if (((f.Face()->glyph->advance.x + 32) >> 6) <= 0) continue;
+            }
+            ++n;
+        }
+        return n;
+    }
+
+    static void ExpectLevelsWithin(const CFontData& font, int bpp) {
+        const int max = (1 << bpp) - 1;
+        bool full = false, between = false;
+        for (const auto& g : font.GetGlyphs()) {
+            ASSERT_EQ(g->Bpp, 8);
+            for (uint8_t v : g->Pixels) {
+                ASSERT_LE(v, max);
+                full = full || v == max;
+                between = between || (v > 0 && v < max);
+            }
+        }
+        EXPECT_TRUE(full);
+        EXPECT_EQ(between, bpp > 1);
+    }
+
+    static void Sheet(const CFontData& font, const std::string& name, const std::u16string& text) {
+        if (SheetDirectory().empty()) return;
+        std::vector<uint16_t> codes(text.begin(), text.end());
+        WriteGlyphSheet(font, SheetDirectory() / (name + ".png"), codes, 3);
+    }
+
+    CHeadlessPgCtrl Pg;
+};
+
+const std::u16string Sample = u"AaBgjQ@ 0123&{}|\u00C5\u00E7\u03A9\u0416\u2026\u3042\u30A2\u30FC\u4E00\u6F22\u5B57\uFF08\uFF09\u3001\u3002\u3063\u300C\uFF71";
+
+}  // namespace
+
+TEST_F(WinFontReader, ChecksInOrder) {
+    EXPECT_EQ(CheckMessage({"", 0, 9, 9, 0, false}), "Internal Error:\n Font is not selected.");
+    EXPECT_EQ(CheckMessage({"DejaVu Sans", 0, 9, 9, 0, false}), "Parameter Error:\n Invalid Font Size(0)");
+    EXPECT_EQ(CheckMessage({"DejaVu Sans", 12, 6, 9, 0, false}), "Internal Error:\n Bpp(6) out of range.");
+    EXPECT_EQ(CheckMessage({"DejaVu Sans", 12, 1, 4, 0, false}), "Internal Error:\n Invalid GlyphWidth Type(4)");
+    EXPECT_EQ(CheckMessage({"No Such Face", 12, 1, 3, 0, false}), "Parameter Error:\n Invalid fixed width(0)");
+    EXPECT_EQ(CheckMessage({"No Such Face", 12, 1, 3, 5, false}),
+              "Parameter Error:\n Font(No Such Face) is not installed.");
+    EXPECT_EQ(CheckMessage({"@/nonexistent/x.ttf", 12, 1, 0, 0, false}),
+              "Parameter Error:\n Font(@/nonexistent/x.ttf) is not installed.");
+    EXPECT_EQ(CheckMessage({"dejavu sans", -12, 5, 3, 5, false}), "");
+    EXPECT_EQ(CheckMessage({"/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf", 12, 1, 0, 0, false}), "");
+}
+
+TEST_F(WinFontReader, SizeConventionFollowsWindowsMetrics) {
+    FontLocation loc;
+    ASSERT_TRUE(ResolveFontName("DejaVu Sans", loc));
+    // DejaVu Sans: usWinAscent 1901, usWinDescent 483, 2048 units per em.
+    CFontFace cell(loc, 24);
+    EXPECT_EQ(cell.Height(), 24);
+    EXPECT_EQ(cell.Ascent, 19);
+    CFontFace em(loc, -24);
+    EXPECT_EQ(em.Ascent, 22);
+    EXPECT_EQ(em.Descent, 6);
+    // Cap height 0.729 em: about 15 rows in a 24-pixel cell, 17-18 in a 24-pixel em.
+    auto a = Convert("DejaVu Sans", 24, 2, 0, 0, false, {false, {{'H', true}}});
+    auto b = Convert("DejaVu Sans", -24, 2, 0, 0, false, {false, {{'H', true}}});
+    EXPECT_NEAR(a->FindGlyph('H')->Ascent, 15, 1);
+    EXPECT_NEAR(b->FindGlyph('H')->Ascent, 17.5, 1);
+}
+
+TEST_F(WinFontReader, DejaVuSansEveryLevelCountsEveryMappedCode) {
+    const int mapped = MappedCodes("DejaVu Sans", 16, false);
+    for (int bpp : {2, 3, 4}) {
+        auto font = Convert("DejaVu Sans", 16, bpp, 0, 0, bpp == 3);
+        EXPECT_EQ(static_cast<int>(font->GlyphCount()), mapped) << bpp;
+        EXPECT_EQ(font->Bpp.Value, bpp);
+        EXPECT_FALSE(font->Vertical());
+        ExpectLevelsWithin(*font, bpp);
+        EXPECT_LE(font->CellHeight.Value, 32);
+        Sheet(*font, "dejavu16_bpp" + std::to_string(bpp), Sample);
+    }
+    auto mono = Convert("DejaVu Sans", 16, 1);
+    // Without a positive advance there is no glyph, unless ink in the top row
+    // overhangs the empty cell (as on the screen).
+    const int advancing = MappedCodes("DejaVu Sans", 16, true);
+    EXPECT_GE(static_cast<int>(mono->GlyphCount()), advancing);
+    EXPECT_LE(static_cast<int>(mono->GlyphCount()), advancing + 8);
+    ExpectLevelsWithin(*mono, 1);
+    Sheet(*mono, "dejavu16_bpp1", Sample);
+    EXPECT_EQ(Pg.ProgressRange(), 0x10000);
+    EXPECT_EQ(Pg.ProgressPos(), 0xFFFF);
+}
+
+TEST_F(WinFontReader, SpacesFollowWidthType) {
+    const CFontFilter filter{false, {{' ', true}, {'i', true}, {'W', true}}};
+    for (int bpp : {1, 4})
+        for (bool soft : {false, true}) {
+            auto t0 = Convert("DejaVu Sans", 16, bpp, 0, 0, soft, filter);
+            auto t1 = Convert("DejaVu Sans", 16, bpp, 1, 0, soft, filter);
+            auto t2 = Convert("DejaVu Sans", 16, bpp, 2, 0, soft, filter);
+            auto t3 = Convert("DejaVu Sans", 16, bpp, 3, 11, soft, filter);
+            ASSERT_EQ(t0->GlyphCount(), 3u);
+            const CGlyph* s0 = t0->FindGlyph(' ');
+            EXPECT_EQ(s0->LeftSpace + s0->RightSpace, 0);
+            // DejaVu's space advances 651/2048 em; the 16-pixel cell is 13.7 pixels per em.
+            const CGlyph* s1 = t1->FindGlyph(' ');
+            EXPECT_NEAR(s1->LeftSpace + s1->RightSpace, 4.4, 1);
+            EXPECT_EQ(t2->FindGlyph(' ')->LeftSpace + t2->FindGlyph(' ')->RightSpace,
+                      s1->LeftSpace + s1->RightSpace);
+            EXPECT_EQ(t3->FindGlyph(' ')->LeftSpace, 5);
+            EXPECT_EQ(t3->FindGlyph(' ')->RightSpace, 6);
+            // Ink-bearing characters: type 1 as type 0; type 2 keeps bearings; type 3 centres.
+            const CGlyph* i1 = t1->FindGlyph('i');
+            EXPECT_EQ(i1->LeftSpace + i1->RightSpace, 0);
+            const CGlyph* i2 = t2->FindGlyph('i');
+            EXPECT_GT(i2->LeftSpace, 0);
+            EXPECT_GT(i2->RightSpace, 0);
+            const CGlyph* w3 = t3->FindGlyph('W');
+            EXPECT_EQ(w3->LeftSpace + w3->Ink.Width() + w3->RightSpace, 11);
+            EXPECT_LE(std::abs(w3->LeftSpace - w3->RightSpace), 1);
+        }
+}
+
+TEST_F(WinFontReader, IpaGothicHorizontalAndVertical) {
+    const int mapped = MappedCodes("IPAGothic", 16, false);
+    for (int bpp : {1, 2, 3}) {
+        auto font = Convert("IPAGothic", 16, bpp, bpp - 1, 0, bpp == 2);
+        const int expected = bpp == 1 ? MappedCodes("IPAGothic", 16, true) : mapped;
+        EXPECT_NEAR(static_cast<int>(font->GlyphCount()), expected, bpp == 1 ? 8 : 0) << bpp;
+        ExpectLevelsWithin(*font, bpp);
+    }
+    auto h = Convert("IPAGothic", 16, 4, 2);
+    EXPECT_EQ(static_cast<int>(h->GlyphCount()), mapped);
+    ExpectLevelsWithin(*h, 4);
+    Sheet(*h, "ipag16_bpp4", Sample);
+
+    auto v = Convert("@IPAGothic", 16, 4, 2);
+    EXPECT_TRUE(v->Vertical());
+    EXPECT_EQ(static_cast<int>(v->GlyphCount()), mapped);
+    Sheet(*v, "ipag16_bpp4_vertical", Sample);
+    auto vs = Convert("@IPAGothic", 16, 2, 3, 16, true);
+    Sheet(*vs, "ipag16_bpp2_vertical_soft", Sample);
+    auto vm = Convert("@IPAGothic", 16, 1, 2);
+    Sheet(*vm, "ipag16_bpp1_vertical", Sample);
+
+    for (const CFontData* font : {v.get(), vm.get()}) {
+        // An ideograph's horizontal stroke stays horizontal: it stands upright.
+        const CGlyph* one = font->FindGlyph(0x4E00);
+        EXPECT_GT(one->Ink.Width(), 3 * one->Ink.Height());
+        // The prolonged sound mark takes its vertical form.
+        const CGlyph* bar = font->FindGlyph(0x30FC);
+        EXPECT_GT(bar->Ink.Height(), 3 * bar->Ink.Width());
+        // A half-width hyphen lies on its side, as Latin text does in vertical lines.
+        const CGlyph* hyphen = font->FindGlyph('-');
+        EXPECT_GT(hyphen->Ink.Height(), hyphen->Ink.Width());
+        // The ideographic full stop moves to the upper right of its cell.
+        const CGlyph* stop = font->FindGlyph(0x3002);
+        const CGlyph* hstop = h->FindGlyph(0x3002);
+        EXPECT_LT(-stop->Ascent, 8);
+        EXPECT_GT(stop->RightExtent, 0);
+        EXPECT_NE(stop->Ascent, hstop->Ascent);
+        EXPECT_EQ(font->FindGlyph(0x4E00)->TopSpace + font->FindGlyph(0x4E00)->Ink.Height() +
+                      font->FindGlyph(0x4E00)->BottomSpace,
+                  16);
+    }
+}
+
+TEST_F(WinFontReader, AbsurdSizesFailCleanly) {
+    const CFontFilter onlyA{false, {{'A', true}}};
+    EXPECT_THROW(Convert("DejaVu Sans", 100000, 1, 0, 0, false, onlyA), CGeneralException);
+    try {
+        Convert("DejaVu Sans", 100000, 4, 0, 0, false, onlyA);
+    } catch (const CGeneralException&) {
+    }
+}
+
+TEST_F(WinFontReader, FilterRestrictsRendering) {
+    CFontFilter filter{false, {{'A', true}, {'B', true}, {'C', true}, {' ', true}, {'D', false}, {0x4E00, true}}};
+    auto font = Convert("DejaVu Sans", -12, 3, 0, 0, false, filter);
+    EXPECT_EQ(font->GlyphCount(), 4u);
+    EXPECT_EQ(Pg.ProgressPos(), 0xFFFF);
+    auto ipa = Convert("IPAGothic", -12, 1, 0, 0, false, filter);
+    EXPECT_EQ(ipa->GlyphCount(), 5u);
+}
+
+TEST_F(WinFontReader, BitmapFontGoesThroughTheTwoLevelPath) {
+    const auto path = std::filesystem::temp_directory_path() / ("gw_sources_" + std::to_string(getpid()) + ".bdf");
+    {
+        std::ofstream bdf(path);
+        bdf << "STARTFONT 2.1\nFONT -test-tiny-medium-r-normal--8-80-75-75-c-60-iso10646-1\n"
+               "SIZE 8 75 75\nFONTBOUNDINGBOX 6 8 0 -1\n"
+               "STARTPROPERTIES 4\nFONT_ASCENT 7\nFONT_DESCENT 1\nCHARSET_REGISTRY \"ISO10646\"\n"
+               "CHARSET_ENCODING \"1\"\nENDPROPERTIES\nCHARS 2\n"
+               "STARTCHAR space\nENCODING 32\nSWIDTH 750 0\nDWIDTH 6 0\nBBX 6 8 0 -1\nBITMAP\n"
+               "00\n00\n00\n00\n00\n00\n00\n00\nENDCHAR\n"
+               "STARTCHAR A\nENCODING 65\nSWIDTH 750 0\nDWIDTH 6 0\nBBX 6 8 0 -1\nBITMAP\n"
+               "00\n30\n48\n84\nFC\n84\n84\n00\nENDCHAR\nENDFONT\n";
+    }
+    FontLocation loc;
+    ASSERT_TRUE(ResolveFontName(path.string(), loc));
+    CFontFace face(loc, 8);
+    EXPECT_FALSE(face.Scalable());
+    EXPECT_EQ(face.Ascent, 7);
+    EXPECT_EQ(face.Height(), 8);
+
+    auto font = Convert(path.string(), 8, 1, 1);
+    std::filesystem::remove(path);
+    ASSERT_EQ(font->GlyphCount(), 2u);
+    const CGlyph* a = font->FindGlyph('A');
+    EXPECT_EQ(a->Ink.Width(), 6);
+    EXPECT_EQ(a->Ink.Height(), 6);
+    EXPECT_EQ(a->Ascent, 6);
+    // Row "30": two ink pixels in the middle of the top row.
+    EXPECT_EQ(std::vector<uint8_t>(a->Pixels.begin(), a->Pixels.begin() + 6),
+              (std::vector<uint8_t>{0, 0, 1, 1, 0, 0}));
+    EXPECT_EQ(font->FindGlyph(' ')->LeftSpace + font->FindGlyph(' ')->RightSpace, 6);
+}

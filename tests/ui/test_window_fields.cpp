@@ -1,0 +1,243 @@
+#include <QCheckBox>
+#include <QGroupBox>
+#include <QMimeData>
+#include <QRadioButton>
+#include <QTabWidget>
+#include <QToolButton>
+#include <QUrl>
+
+#include "ui/in_bmp_dlg.h"
+#include "ui/in_lc_dlg.h"
+#include "ui/in_win_dlg.h"
+#include "ui/in_zarnic_dlg.h"
+#include "ui/out_bmp_dlg.h"
+#include "ui/out_zarnic_dlg.h"
+#include "ui/path_combo.h"
+#include "ui/warning_wnd.h"
+#include "core/general_exception.h"
+#include "window_fixture.h"
+
+namespace {
+
+// Every field value the window shows, in a fixed order.
+QStringList Snapshot(CMainDlg& w) {
+    QStringList s;
+    s << QString::number(w.InputTabs->currentIndex()) << QString::number(w.OutputTabs->currentIndex())
+      << QString::number(w.UseFilterCheck->isChecked()) << QString::number(w.HideOptionsButton->isHidden());
+    for (CPathCombo* f : {w.FilterField, w.InBmp->BitmapField, w.InZarnic->FontField, w.InLc->MainField,
+                          w.InLc->SubField, w.OutBmp->BitmapField, w.OutZarnic->FontField})
+        s << QString::fromStdString(f->GetText());
+    s << w.InBmp->OrderList->currentText() << w.InBmp->ColorsList->currentText();
+    s << QString::fromStdString(w.InWin->CurrentName) << w.InWin->SizeCombo->currentText()
+      << w.InWin->LevelsList->currentText() << w.InWin->WidthList->currentText() << w.InWin->FixedEdit->text()
+      << QString::number(w.InWin->SoftAA->isChecked()) << QString::number(w.InWin->UseWinSize->isChecked())
+      << QString::number(w.InWin->HideOptionsButton->isHidden());
+    for (QCheckBox* c : {w.InLc->MainFixed, w.InLc->SubFixed, w.InLc->Vertical}) s << QString::number(c->isChecked());
+    for (QAbstractButton* b : std::initializer_list<QAbstractButton*>{w.OutBmp->SizeRadio, w.OutBmp->CenterCheck,
+                                                                       w.OutBmp->SameMarginCheck, w.OutBmp->GridCheck})
+        s << QString::number(b->isChecked());
+    for (QLineEdit* e : w.OutBmp->NumberEdits) s << e->text();
+    for (int i = 0; i < COutZarnicDlg::FieldCount; ++i)
+        s << w.OutZarnic->Edits[i]->text() << QString::number(w.OutZarnic->UseDefault[i]->isChecked());
+    s << w.OutZarnic->EncodingList->currentText();
+    for (QRadioButton* r : w.OutZarnic->RotationRadios) s << QString::number(r->isChecked());
+    return s;
+}
+
+QString P(const std::filesystem::path& p) { return QString::fromStdString(p.string()); }
+
+}  // namespace
+
+TEST_F(WindowTest, EveryFieldSurvivesARestart) {
+    auto w = Open();
+    QStringList defaults = Snapshot(*w);
+    w->InputTabs->setCurrentIndex(3);
+    w->OutputTabs->setCurrentIndex(1);
+    w->UseFilterCheck->click();
+    w->HideOptionsButton->click();
+    w->FilterField->Combo()->setEditText("/f/filter.xllt");
+    w->InBmp->BitmapField->Combo()->setEditText("/f/in.bmp");
+    w->InZarnic->FontField->Combo()->setEditText("/f/in.ZGLY");
+    w->InLc->MainField->Combo()->setEditText("/f/main.dat");
+    w->InLc->SubField->Combo()->setEditText("/f/\xC3\xA9sub.dat");
+    w->OutBmp->BitmapField->Combo()->setEditText("/f/out.bmp");
+    w->OutZarnic->FontField->Combo()->setEditText("/f/out.ZGLY");
+    Choose(w->InBmp->ColorsList, 2);
+    ChooseFace(*w, "DejaVu Serif", 20);
+    Choose(w->InWin->WidthList, 3);
+    w->InWin->FixedEdit->setText("9");
+    w->InWin->SoftAA->click();
+    w->InWin->UseWinSize->click();
+    w->InWin->ShowOptionsButton->click();
+    w->InLc->MainFixed->click();
+    w->InLc->Vertical->click();
+    w->OutBmp->SizeRadio->click();
+    w->OutBmp->CenterCheck->click();
+    for (int i = 0; i < 4; ++i) w->OutBmp->NumberEdits[i]->setText(QString::number(10 + i));
+    w->OutBmp->GridCheck->click();
+    for (int i = 0; i < COutZarnicDlg::FieldCount; ++i) {
+        w->OutZarnic->UseDefault[i]->click();
+        w->OutZarnic->Edits[i]->setText(i == 0 ? "?" : QString::number(i + 2));
+    }
+    Choose(w->OutZarnic->EncodingList, 2);
+    w->OutZarnic->RotationRadios[2]->click();
+    QStringList changed = Snapshot(*w);
+    EXPECT_NE(changed, defaults);
+    w.reset();
+    w = Open();
+    EXPECT_EQ(Snapshot(*w), changed);
+}
+
+TEST_F(WindowTest, OutputBmpMarginsMirrorAndZglyEncodingMustMatch) {
+    CSettingsStore s(SettingsPath());
+    s.SetString("OutZarnic", "Encoding", "utf-16");
+    s.SetInt("OutZarnic", "Rotation", 45);
+    auto w = Open();
+    EXPECT_EQ(w->OutZarnic->EncodingList->currentIndex(), -1);
+    for (QRadioButton* r : w->OutZarnic->RotationRadios) EXPECT_FALSE(r->isChecked());
+    try {
+        w->OutZarnic->CreateWriter();
+        ADD_FAILURE();
+    } catch (const CGeneralException& e) {
+        EXPECT_EQ(e.Message, "Parameter Error:\n Outout encoding is not selected.");
+    }
+    // Margin mode with equal margins: the left margin shows in the right one
+    // too, whose own key keeps its value.
+    ASSERT_TRUE(w->OutBmp->MarginRadio->isChecked());
+    ASSERT_TRUE(w->OutBmp->SameMarginCheck->isChecked());
+    w->OutBmp->NumberEdits[0]->setText("3");
+    EXPECT_EQ(w->OutBmp->NumberEdits[2]->text(), "3");
+    EXPECT_FALSE(w->OutBmp->NumberEdits[2]->isEnabled());
+    EXPECT_EQ(s.GetInt("OutBmp", "MarginRight", 77), 77);
+    EXPECT_EQ(s.GetInt("OutBmp", "MarginLeft", 77), 3);
+    // A raster-only setting of the Windows panel: the size passes negated.
+    w->InWin->SizeCombo->setEditText("0");
+    try {
+        w->InWin->CreateReader();
+        ADD_FAILURE();
+    } catch (const CGeneralException& e) {
+        EXPECT_EQ(e.Message, "Parameter Error:\n Invalid Font Size(0)");
+    }
+}
+
+TEST_F(WindowTest, PathHistoryInTheField) {
+    auto w = Open();
+    CPathCombo* field = w->OutZarnic->FontField;
+    QComboBox* combo = field->Combo();
+    ASSERT_EQ(combo->count(), 1);  // first start: the current directory
+    EXPECT_EQ(combo->itemText(0), QString::fromStdString(std::filesystem::current_path().string()));
+    EXPECT_EQ(combo->currentText(), "");
+
+    // The same path converted twice is one entry, at the top.
+    WriteFileText(Dir / "dummy", "");
+    w->InputTabs->setCurrentIndex(2);
+    ChooseFace(*w, "DejaVu Sans", 8);
+    w->OutputTabs->setCurrentIndex(0);
+    field = w->OutBmp->BitmapField;
+    combo = field->Combo();
+    for (int i = 0; i < 2; ++i) {
+        field->SetText(P(Dir / "same.bmp"));
+        ASSERT_EQ(Convert(*w), " Finish") << w->Messages->GetText();
+    }
+    ASSERT_EQ(combo->count(), 2);
+    EXPECT_EQ(combo->itemText(0), P(Dir / "same.bmp"));
+
+    // Eleven paths: all in the list now, the ten newest after a restart.
+    for (int i = 0; i < 11; ++i) {
+        field->SetText("/p" + QString::number(i));
+        field->Commit();
+    }
+    EXPECT_EQ(combo->count(), 13);
+    // Choosing the third entry while another path is shown.
+    combo->setEditText("/typed");
+    combo->showPopup();
+    Choose(combo, 2);
+    combo->hidePopup();
+    EXPECT_EQ(combo->currentText(), "/p8");
+    EXPECT_EQ(combo->itemText(0), "/p8");
+    EXPECT_EQ(combo->itemText(1), "/typed");
+    EXPECT_EQ(combo->itemText(2), "/p10");
+    EXPECT_EQ(combo->itemText(3), "/p9");
+    // An empty text stays at the top until the end, and is not read back.
+    field->SetText("");
+    field->Commit();
+    EXPECT_EQ(combo->itemText(0), "");
+    w.reset();
+    w = Open();
+    combo = w->OutBmp->BitmapField->Combo();
+    ASSERT_EQ(combo->count(), 9);
+    EXPECT_EQ(combo->itemText(0), "/p8");
+}
+
+TEST_F(WindowTest, HidingAndShowingTheOptionAreasRestoresEveryGeometry) {
+    CSettingsStore(SettingsPath()).SetBool("Main", "ShowOption", true);
+    auto w = Open();
+    QApplication::processEvents();
+    auto geometries = [&] {
+        std::vector<std::pair<QWidget*, QRect>> g{{w.get(), w->geometry()}};
+        for (QWidget* child : w->findChildren<QWidget*>())
+            if (!child->isWindow() && child->isVisible()) g.emplace_back(child, child->geometry());
+        return g;
+    };
+    auto before = geometries();
+    int height = w->height();
+    w->HideOptionsButton->click();
+    QApplication::processEvents();
+    EXPECT_LT(w->height(), height);
+    EXPECT_FALSE(w->OutBmp->Options->isVisible());
+    EXPECT_FALSE(CSettingsStore(SettingsPath()).GetBool("Main", "ShowOption", true));
+    w->ShowOptionsButton->click();
+    QApplication::processEvents();
+    EXPECT_TRUE(CSettingsStore(SettingsPath()).GetBool("Main", "ShowOption", false));
+    auto after = geometries();
+    ASSERT_EQ(after.size(), before.size());
+    for (std::size_t i = 0; i < before.size(); ++i)
+        EXPECT_EQ(after[i].second, before[i].second) << before[i].first->metaObject()->className();
+}
+
+TEST_F(WindowTest, DropsGoToTheAreaUnderThePointer) {
+    auto w = Open();
+    auto drop = [&](QPoint pos, const QString& file) {
+        QMimeData mime;
+        mime.setUrls({QUrl::fromLocalFile(file), QUrl::fromLocalFile("/second/file")});
+        QDragEnterEvent enter(pos, Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(w.get(), &enter);
+        EXPECT_TRUE(enter.isAccepted());
+        QDropEvent dropped(QPointF(pos), Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(w.get(), &dropped);
+    };
+    w->InputTabs->setCurrentIndex(1);
+    drop(w->InputBox->geometry().center(), "/d/in.ZGLY");
+    EXPECT_EQ(w->InZarnic->FontField->GetText(), "/d/in.ZGLY");
+    drop(w->OutputBox->geometry().center(), "/d/out.bmp");
+    EXPECT_EQ(w->OutBmp->BitmapField->GetText(), "/d/out.bmp");
+    drop(w->FilterBox->geometry().center(), "/d/f.xllt");
+    EXPECT_EQ(w->FilterField->GetText(), "/d/f.xllt");
+    EXPECT_EQ(CSettingsStore(SettingsPath()).GetString("FilterPath", "Path"), "/d/f.xllt");
+
+    // Text that is not a file list is refused.
+    QMimeData text;
+    text.setText("hello");
+    QDragEnterEvent refused(w->FilterBox->geometry().center(), Qt::CopyAction, &text, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(w.get(), &refused);
+    EXPECT_FALSE(refused.isAccepted());
+
+    // The LC Font panel highlights the nearer field and follows the pointer.
+    w->InputTabs->setCurrentIndex(3);
+    QApplication::processEvents();
+    auto centreOf = [&](CPathCombo* f) { return f->Combo()->mapTo(w.get(), f->Combo()->rect().center()); };
+    QMimeData mime;
+    mime.setUrls({QUrl::fromLocalFile("/d/sub.dat")});
+    QDragEnterEvent enter(centreOf(w->InLc->MainField), Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(w.get(), &enter);
+    EXPECT_TRUE(w->InLc->MainField->DropHighlighted());
+    QDragMoveEvent move(centreOf(w->InLc->SubField), Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(w.get(), &move);
+    EXPECT_FALSE(w->InLc->MainField->DropHighlighted());
+    EXPECT_TRUE(w->InLc->SubField->DropHighlighted());
+    QDropEvent dropped(QPointF(centreOf(w->InLc->SubField)), Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(w.get(), &dropped);
+    EXPECT_EQ(w->InLc->SubField->GetText(), "/d/sub.dat");
+    EXPECT_FALSE(w->InLc->SubField->DropHighlighted());
+    EXPECT_EQ(w->InLc->MainField->GetText(), "");
+}

@@ -1,0 +1,15 @@
+// The window tests need one QApplication for the whole run; without a
+// display they use Qt's offscreen platform.
+#include <gtest/gtest.h>
+
+#include <QApplication>
+
+#include "xmlfiles/glyph_order_files.h"
+
+int main(int argc, char** argv) {
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    CXmlPlatform xml;
+    testing::InitGoogleTest(&argc, argv);
+    return RUN_ALL_TESTS();
+}

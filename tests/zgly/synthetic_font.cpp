@@ -1,0 +1,109 @@
+#include "synthetic_font.h"
+
+#include <atomic>
+#include <unistd.h>
+
+#include "core/bit_stream.h"
+#include "core/font_filter.h"
+#include "core/glyph_order.h"
+#include "core/headless_pg_ctrl.h"
+#include "core/pg_ctrl.h"
+#include "zgly/zarnic_font_reader.h"
+#include "zgly/zarnic_font_writer.h"
+
+namespace {
+
+class CRandom {
+public:
+    explicit CRandom(uint32_t seed) : State(seed * 2654435761u + 12345u) {}
+    int Next(int n) {
+        State = State * 1664525u + 1013904223u;
+        return static_cast<int>((State >> 8) % static_cast<uint32_t>(n));
+    }
+
+private:
+    uint32_t State;
+};
+
+// Uses the given progress interface, or a silent one, as g_pPgCtrl for a call.
+class CPgScope {
+public:
+    explicit CPgScope(CPgCtrl* pg) : Saved(g_pPgCtrl) { g_pPgCtrl = pg ? pg : &Silent; }
+    ~CPgScope() { g_pPgCtrl = Saved; }
+
+private:
+    CHeadlessPgCtrl Silent;
+    CPgCtrl* Saved;
+};
+
+}  // namespace
+
+std::vector<uint16_t> CodeRange(uint16_t first, int count) {
+    std::vector<uint16_t> codes;
+    for (int i = 0; i < count; ++i) codes.push_back(static_cast<uint16_t>(first + i));
+    return codes;
+}
+
+std::unique_ptr<CFontData> MakeSyntheticFont(const SyntheticFontSpec& spec) {
+    auto font = std::make_unique<CFontData>();
+    font->Bpp.Set(spec.Bpp);
+    font->IsVertical.Set(spec.Vertical);
+    const int w = spec.CellWidth, h = spec.CellHeight, maxValue = (1 << spec.Bpp) - 1;
+    std::vector<uint8_t> cell(PackedBytes(w, h, spec.Bpp) + 1);
+    for (uint16_t code : spec.Codes) {
+        CRandom rnd(spec.Seed * 65537u + code);
+        std::fill(cell.begin(), cell.end(), 0);
+        bool ink = code != 0x20 && code % 97 != 0;
+        int x0 = rnd.Next(w / 2), y0 = rnd.Next(h / 2);
+        int x1 = x0 + 1 + rnd.Next(w - x0), y1 = y0 + 1 + rnd.Next(h - y0);
+        CBitWriter out;
+        out.Start(cell.data());
+        for (int y = 0; y < h; ++y)
+            for (int x = 0; x < w; ++x) {
+                bool inside = ink && x >= x0 && x < x1 && y >= y0 && y < y1;
+                // The box's corners are always inked so that the ink box is the box.
+                bool corner = (x == x0 || x == x1 - 1) && (y == y0 || y == y1 - 1);
+                uint32_t v = inside ? (corner ? maxValue : static_cast<uint32_t>(rnd.Next(maxValue + 1))) : 0;
+                out.Write(spec.Bpp, v);
+                out.MarkPending();
+            }
+        out.Flush();
+        auto glyph = std::make_unique<CGlyph>();
+        // Negative space only beside ink, so that no advance is negative.
+        int before = rnd.Next(4) - (ink ? 1 : 0), after = rnd.Next(3);
+        glyph->SetFromCell(cell.data(), w, h, spec.Bpp, spec.Vertical, before, after, spec.Origin);
+        font->AddGlyph(std::move(glyph), code);
+    }
+    return font;
+}
+
+void WriteSyntheticZgly(CFontData& font, const std::filesystem::path& path, int encoding, int rotation,
+                        CPgCtrl* pg) {
+    CPgScope scope(pg);
+    if (!font.CellWidth.Specified) font.PrepareForOutput();
+    CZarnicFontWriter writer(path, NotGiven, NotGiven, NotGiven, NotGiven, NotGiven, encoding, rotation);
+    writer.CheckParameters();
+    writer.Write(font, CGlyphOrder());
+}
+
+std::unique_ptr<CFontData> ReadZgly(const std::filesystem::path& path, CPgCtrl* pg) {
+    CPgScope scope(pg);
+    CZarnicFontReader reader(path);
+    reader.CheckParameters();
+    auto font = std::make_unique<CFontData>();
+    reader.Read(*font, CFontFilter());
+    return font;
+}
+
+CScratchDir::CScratchDir() {
+    static std::atomic<int> counter{0};
+    Dir = std::filesystem::temp_directory_path() /
+          ("glyphwright-" + std::to_string(::getpid()) + "-" + std::to_string(counter++));
+    std::filesystem::remove_all(Dir);
+    std::filesystem::create_directories(Dir);
+}
+
+CScratchDir::~CScratchDir() {
+    std::error_code ec;
+    std::filesystem::remove_all(Dir, ec);
+}

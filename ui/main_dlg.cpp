@@ -1,0 +1,419 @@
+#include "ui/main_dlg.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QDir>
+#include <QDragEnterEvent>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLocale>
+#include <QMimeData>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QShortcut>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QToolButton>
+#include <QUrl>
+#include <algorithm>
+#include <cstdlib>
+
+#include "core/general_exception.h"
+#include "ui/icons.h"
+#include "ui/in_bmp_dlg.h"
+#include "ui/in_lc_dlg.h"
+#include "ui/in_win_dlg.h"
+#include "ui/in_zarnic_dlg.h"
+#include "ui/message_box.h"
+#include "ui/out_bmp_dlg.h"
+#include "ui/out_zarnic_dlg.h"
+#include "ui/path_combo.h"
+#include "ui/warning_wnd.h"
+
+namespace {
+
+void ShowLicenceNotice() {
+    bool japanese = QLocale::system().language() == QLocale::Japanese;
+    QString caption = japanese ? QString::fromUtf8("フォントのライセンスについて") : QString("License Warning");
+    QString text = japanese ? QString::fromUtf8(
+                                  "ゲームで使用するフォントには、それぞれのフォントについて、ゲームごとに"
+                                  "ライセンスが必要です。\n"
+                                  "このプログラムおよび開発キットには、LCフォントを含め、どのフォントの"
+                                  "ライセンスも付属していません。")
+                            : QString("You must get license of the font used in your game.");
+    ShowMessageBox(nullptr, QMessageBox::Warning, caption, text);
+}
+
+// The first local file of a drag, or empty when the data is not a file list.
+QString FirstDraggedFile(const QMimeData* data) {
+    if (!data || !data->hasUrls()) return {};
+    for (const QUrl& url : data->urls())
+        if (url.isLocalFile()) return QDir::toNativeSeparators(url.toLocalFile());
+    return {};
+}
+
+QToolButton* MakeArrowButton(QWidget* parent, Qt::ArrowType arrow, const QString& tip) {
+    auto* button = MakeChild<QToolButton>(parent);
+    button->setArrowType(arrow);
+    button->setAutoRaise(true);
+    button->setToolTip(tip);
+    return button;
+}
+
+}  // namespace
+
+CMainDlg::CMainDlg(std::filesystem::path settingsPath) : Settings(std::move(settingsPath)) {
+    g_pPgCtrl = this;
+    Messages = std::make_unique<CWarningWnd>(Settings, this);
+    if (!Settings.Exists()) ShowLicenceNotice();
+
+    try {
+        FindGlyphOrderFiles(GlyphOrders);
+    } catch (const CGeneralException& e) {
+        AddWarning(e.Message);
+    }
+    BuildLayout();
+
+    Progress->setRange(0, 100);
+    SetStatus(" Ready");
+    if (GlyphOrders.empty())
+        ShowMessageBox(this, QMessageBox::Critical, "Error", "No Glyph Order files found.\nSo you can not process BMP.");
+    UseFilterCheck->setChecked(Settings.GetBool("Main", "UseFilter", false));
+    OnUseFilterClicked();
+    setWindowIcon(AppIcon());
+    if (!Settings.GetBool("Main", "ShowOption", false)) HideOptions();
+    setWindowTitle(QString("glyphwright Version ") + GLYPHWRIGHT_VERSION);
+    setAcceptDrops(true);
+    adjustSize();
+}
+
+CMainDlg::~CMainDlg() {
+    if (g_pPgCtrl == this) g_pPgCtrl = nullptr;
+}
+
+void CMainDlg::BuildLayout() {
+    auto* root = MakeChild<QVBoxLayout>(this);
+
+    InputBox = MakeChild<QGroupBox>(this);
+    InputTabs = MakeChild<QTabWidget>(InputBox);
+    auto* inputRow = MakeChild<QHBoxLayout>(InputBox);
+    auto* inputLabel = MakeChild<QLabel>(InputBox, "Input");
+    inputLabel->setMinimumWidth(44);
+    inputRow->addWidget(inputLabel, 0, Qt::AlignVCenter);
+    inputRow->addWidget(InputTabs, 1);
+    InBmp = MakeChild<CInBmpDlg>(InputTabs, Settings, GlyphOrders);
+    InZarnic = MakeChild<CInZarnicDlg>(InputTabs, Settings);
+    InWin = MakeChild<CInWinDlg>(InputTabs, Settings);
+    InLc = MakeChild<CInLcDlg>(InputTabs, Settings);
+    InputPanels = {InBmp, InZarnic, InWin, InLc};
+    const char* inputLabels[] = {"BMP", "ZARNIC Font", "Windows Font", "LC Font"};
+    for (int i = 0; i < 4; ++i) InputTabs->addTab(InputPanels[i], inputLabels[i]);
+
+    FilterBox = MakeChild<QGroupBox>(this);
+    auto* filterRow = MakeChild<QHBoxLayout>(FilterBox);
+    UseFilterCheck = MakeChild<QCheckBox>(FilterBox, "&Use Filter");
+    FilterField = MakeChild<CPathCombo>(
+        FilterBox, Settings, PathFieldKind{"FilterPath", "Filter List (*.xllt);;all files (*.*)", "xllt", true});
+    filterRow->addWidget(UseFilterCheck);
+    filterRow->addWidget(FilterField->Combo(), 1);
+    filterRow->addWidget(FilterField->Button());
+
+    OutputBox = MakeChild<QGroupBox>(this);
+    OutputTabs = MakeChild<QTabWidget>(OutputBox);
+    auto* outputRow = MakeChild<QHBoxLayout>(OutputBox);
+    auto* outputSide = MakeChild<QVBoxLayout>(nullptr);
+    auto* outputLabel = MakeChild<QLabel>(OutputBox, "Output");
+    outputLabel->setMinimumWidth(44);
+    ShowOptionsButton = MakeArrowButton(OutputBox, Qt::DownArrow, "Show options");
+    HideOptionsButton = MakeArrowButton(OutputBox, Qt::UpArrow, "Hide options");
+    outputSide->addStretch(1);
+    outputSide->addWidget(outputLabel);
+    outputSide->addWidget(ShowOptionsButton, 0, Qt::AlignHCenter);
+    outputSide->addStretch(1);
+    outputSide->addWidget(HideOptionsButton, 0, Qt::AlignHCenter);
+    outputRow->addLayout(outputSide);
+    outputRow->addWidget(OutputTabs, 1);
+    ShowOptionsButton->hide();
+    OutBmp = MakeChild<COutBmpDlg>(OutputTabs, Settings, GlyphOrders);
+    OutZarnic = MakeChild<COutZarnicDlg>(OutputTabs, Settings);
+    OutputPanels = {OutBmp, OutZarnic};
+    OutputTabs->addTab(OutBmp, "BMP");
+    OutputTabs->addTab(OutZarnic, "ZARNIC Font");
+
+    auto* bottom = MakeChild<QHBoxLayout>(nullptr);
+    Progress = MakeChild<QProgressBar>(this);
+    Progress->setTextVisible(false);
+    StatusText = MakeChild<QLabel>(this);
+    StatusText->setFrameStyle(QFrame::Panel | QFrame::Sunken);
+    StatusText->setTextFormat(Qt::PlainText);
+    StatusText->setMinimumWidth(140);
+    ConvertButton = MakeChild<QPushButton>(this, "Convert");
+    ConvertButton->setDefault(true);
+    ConvertButton->setMinimumWidth(90);
+    bottom->addWidget(Progress, 3);
+    bottom->addWidget(StatusText, 2);
+    bottom->addWidget(ConvertButton);
+
+    root->addWidget(InputBox);
+    root->addWidget(FilterBox);
+    root->addWidget(OutputBox, 1);
+    root->addLayout(bottom);
+
+    FilterField->Initialise();
+    InputTabs->setCurrentIndex(std::clamp(Settings.GetInt("Main", "InputSelect", 2), 0, 3));
+    SelectInput();
+    OutputTabs->setCurrentIndex(std::clamp(Settings.GetInt("Main", "OutputSelect", 0), 0, 1));
+    SelectOutput();
+
+    connect(InputTabs, &QTabWidget::currentChanged, this, [this] { SelectInput(); });
+    connect(OutputTabs, &QTabWidget::currentChanged, this, [this] { SelectOutput(); });
+    connect(UseFilterCheck, &QCheckBox::clicked, this, [this] { OnUseFilterClicked(); });
+    connect(ConvertButton, &QPushButton::clicked, this, [this] { OnConvertClicked(); });
+    connect(ShowOptionsButton, &QToolButton::clicked, this, [this] { ShowOptions(); });
+    connect(HideOptionsButton, &QToolButton::clicked, this, [this] { HideOptions(); });
+    auto* escape = MakeChild<QShortcut>(this, QKeySequence(Qt::Key_Escape));
+    connect(escape, &QShortcut::activated, this, [this] { close(); });
+}
+
+void CMainDlg::SelectInput() {
+    int index = InputTabs->currentIndex();
+    if (index < 0) return;
+    CInDlg* panel = InputPanels[static_cast<std::size_t>(std::min(index, 3))];
+    if (panel == CurrentInput) return;
+    CurrentInput = panel;
+    Settings.SetInt("Main", "InputSelect", index);
+}
+
+void CMainDlg::SelectOutput() {
+    int index = OutputTabs->currentIndex();
+    if (index < 0) return;
+    COutDlg* panel = OutputPanels[static_cast<std::size_t>(std::min(index, 1))];
+    if (panel == CurrentOutput) return;
+    CurrentOutput = panel;
+    Settings.SetInt("Main", "OutputSelect", index);
+}
+
+void CMainDlg::OnUseFilterClicked() {
+    bool on = UseFilterCheck->isChecked();
+    Settings.SetBool("Main", "UseFilter", on);
+    FilterField->Combo()->setEnabled(on);
+    FilterField->Button()->setEnabled(on);
+}
+
+// The option areas fold away below the file rows of the output panels; the
+// window gives up exactly their height and takes it back when they return.
+int CMainDlg::SetOutputOptionsVisible(bool visible) {
+    auto tallest = [this] { return std::max(OutBmp->sizeHint().height(), OutZarnic->sizeHint().height()); };
+    int before = tallest();
+    for (COutDlg* panel : OutputPanels) {
+        panel->SetOptionsVisible(visible);
+        // Hiding a child of a window not yet shown does not invalidate its layout.
+        panel->layout()->invalidate();
+    }
+    int change = std::abs(tallest() - before);
+    if (change > 0) OptionHeight = change;
+    ShowOptionsButton->setVisible(!visible);
+    HideOptionsButton->setVisible(visible);
+    Settings.SetBool("Main", "ShowOption", visible);
+    return OptionHeight;
+}
+
+void CMainDlg::HideOptions() {
+    if (HideOptionsButton->isHidden()) return;
+    int h = SetOutputOptionsVisible(false);
+    if (isVisible()) {
+        layout()->activate();
+        resize(width(), height() - h);
+    }
+}
+
+void CMainDlg::ShowOptions() {
+    if (ShowOptionsButton->isHidden()) return;
+    int h = SetOutputOptionsVisible(true);
+    if (isVisible()) {
+        layout()->activate();
+        resize(width(), height() + h);
+    }
+}
+
+void CMainDlg::OnConvertClicked() {
+    if (IsConverting) {
+        CancelRequested = true;
+        return;
+    }
+    RunConversion(*this, *this);
+}
+
+// --- progress interface ---
+
+bool CMainDlg::IsCanceled() {
+    PumpEvents();
+    return CancelRequested;
+}
+
+void CMainDlg::SetStatus(const std::string& text) {
+    StatusText->setText(ToQ(text));
+    PumpEvents();
+}
+
+void CMainDlg::AddWarning(const std::string& text) {
+    Messages->AppendWarning(text);
+    if (!Messages->IsShown()) Messages->Show(this);
+}
+
+void CMainDlg::ShowProgress(int pos, int range) {
+    Progress->setRange(0, std::max(range, 1));
+    Progress->setValue(std::clamp(pos, 0, std::max(range, 1)));
+}
+
+void CMainDlg::PumpEvents() { QCoreApplication::processEvents(); }
+
+// --- conversion front end ---
+
+void CMainDlg::BeginRun() {
+    CancelRequested = false;
+    IsConverting = true;
+}
+
+void CMainDlg::LockControls() {
+    CurrentInput->setEnabled(false);
+    CurrentOutput->setEnabled(false);
+    InputTabs->tabBar()->setEnabled(false);
+    OutputTabs->tabBar()->setEnabled(false);
+    UseFilterCheck->setEnabled(false);
+    FilterField->Combo()->setEnabled(false);
+    FilterField->Button()->setEnabled(false);
+    ConvertButton->setText("Cancel");
+    repaint();
+}
+
+void CMainDlg::UnlockControls() {
+    InputTabs->tabBar()->setEnabled(true);
+    OutputTabs->tabBar()->setEnabled(true);
+    UseFilterCheck->setEnabled(true);
+    FilterField->Combo()->setEnabled(UseFilterCheck->isChecked());
+    FilterField->Button()->setEnabled(UseFilterCheck->isChecked());
+    ConvertButton->setText("Convert");
+    repaint();
+    CurrentInput->setEnabled(true);
+    CurrentOutput->setEnabled(true);
+}
+
+void CMainDlg::EndRun() { IsConverting = false; }
+
+bool CMainDlg::UseFilter() { return UseFilterCheck->isChecked(); }
+
+std::string CMainDlg::FilterPathText() { return FilterField->GetText(); }
+
+std::string CMainDlg::CommitFilterPath() {
+    FilterField->Commit();
+    return FilterField->GetText();
+}
+
+std::unique_ptr<CFontReader> CMainDlg::CreateReader() { return CurrentInput->CreateReader(); }
+
+std::unique_ptr<CFontWriter> CMainDlg::CreateWriter() { return CurrentOutput->CreateWriter(); }
+
+void CMainDlg::CommitInputHistory() { CurrentInput->CommitHistory(); }
+
+void CMainDlg::CommitOutputHistory() { CurrentOutput->CommitHistory(); }
+
+void CMainDlg::ClearMessages() { Messages->Clear(); }
+
+void CMainDlg::AppendError(const std::string& text) { Messages->AppendError(text); }
+
+void CMainDlg::ShowMessages() { Messages->Show(this); }
+
+bool CMainDlg::MessagesShown() { return Messages->IsShown(); }
+
+bool CMainDlg::MessagesHaveText() { return Messages->HasText(); }
+
+void CMainDlg::CloseMessages() { Messages->Close(); }
+
+void CMainDlg::RaiseMessages() {
+    // Directly behind the main window: above every other window, below this one.
+    Messages->raise();
+    raise();
+}
+
+// --- window events ---
+
+void CMainDlg::closeEvent(QCloseEvent* event) {
+    if (IsConverting) {
+        // The run unwinds first; the window closes on the next request.
+        CancelRequested = true;
+        event->ignore();
+        return;
+    }
+    Messages->Close();
+    event->accept();
+}
+
+void CMainDlg::showEvent(QShowEvent* event) {
+    // Sizes measured before the first show miss the style's final metrics.
+    if (!event->spontaneous() && !Shown) adjustSize();
+    Shown = true;
+    CDlg::showEvent(event);
+}
+
+void CMainDlg::keyPressEvent(QKeyEvent* event) {
+    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && ConvertButton->isEnabled()) {
+        ConvertButton->click();
+        return;
+    }
+    CDlg::keyPressEvent(event);
+}
+
+CDlg* CMainDlg::DropTargetAt(const QPoint& pos) {
+    if (InputBox->geometry().contains(pos)) return CurrentInput;
+    if (OutputBox->geometry().contains(pos)) return CurrentOutput;
+    return this;
+}
+
+void CMainDlg::dragEnterEvent(QDragEnterEvent* event) {
+    DropTarget = nullptr;
+    if (IsConverting || FirstDraggedFile(event->mimeData()).isEmpty() ||
+        !(event->possibleActions() & Qt::CopyAction)) {
+        event->ignore();
+        return;
+    }
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    DropTarget = DropTargetAt(event->position().toPoint());
+    DropTarget->OnDragEnter(mapToGlobal(event->position().toPoint()));
+}
+
+void CMainDlg::dragMoveEvent(QDragMoveEvent* event) {
+    if (!DropTarget) {
+        event->ignore();
+        return;
+    }
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    DropTarget->OnDragOver(mapToGlobal(event->position().toPoint()));
+}
+
+void CMainDlg::dragLeaveEvent(QDragLeaveEvent*) {
+    if (DropTarget) DropTarget->OnDragLeave();
+    DropTarget = nullptr;
+}
+
+void CMainDlg::dropEvent(QDropEvent* event) {
+    QString file = FirstDraggedFile(event->mimeData());
+    if (!DropTarget || file.isEmpty()) {
+        event->ignore();
+        return;
+    }
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    DropTarget->OnDrop(file);
+    DropTarget = nullptr;
+}
+
+void CMainDlg::OnDragEnter(const QPoint&) { FilterField->SetDropHighlight(true); }
+
+void CMainDlg::OnDragLeave() { FilterField->SetDropHighlight(false); }
+
+void CMainDlg::OnDrop(const QString& file) { FilterField->Drop(file); }

@@ -1,0 +1,125 @@
+// The one window of the program: input tabs, filter row, output tabs,
+// progress, status and Convert. It runs conversions on its own thread,
+// pumping events from the progress calls so that Cancel can be pressed.
+#pragma once
+
+#include <array>
+#include <filesystem>
+#include <memory>
+
+#include "core/conversion.h"
+#include "core/pg_ctrl.h"
+#include "ui/panel_dlg.h"
+#include "ui/settings_store.h"
+
+class QCheckBox;
+class QGroupBox;
+class QLabel;
+class QProgressBar;
+class QPushButton;
+class QTabWidget;
+class QToolButton;
+class CWarningWnd;
+class CInBmpDlg;
+class CInZarnicDlg;
+class CInWinDlg;
+class CInLcDlg;
+class COutBmpDlg;
+class COutZarnicDlg;
+
+class CMainDlg : public CDlg, public CSteppedPgCtrl, public CConversionFrontEnd {
+public:
+    explicit CMainDlg(std::filesystem::path settingsPath);
+    ~CMainDlg() override;
+
+    // CPgCtrl
+    bool IsCanceled() override;
+    void SetStatus(const std::string& text) override;
+    void AddWarning(const std::string& text) override;
+
+    // CConversionFrontEnd
+    void BeginRun() override;
+    void LockControls() override;
+    void UnlockControls() override;
+    void EndRun() override;
+    bool UseFilter() override;
+    std::string FilterPathText() override;
+    std::string CommitFilterPath() override;
+    std::unique_ptr<CFontReader> CreateReader() override;
+    std::unique_ptr<CFontWriter> CreateWriter() override;
+    void CommitInputHistory() override;
+    void CommitOutputHistory() override;
+    void ClearMessages() override;
+    void AppendError(const std::string& text) override;
+    void ShowMessages() override;
+    bool MessagesShown() override;
+    bool MessagesHaveText() override;
+    void CloseMessages() override;
+    void RaiseMessages() override;
+
+    // Drops on the filter row go to the filter field.
+    void OnDragEnter(const QPoint& global) override;
+    void OnDragLeave() override;
+    void OnDrop(const QString& file) override;
+
+    void OnConvertClicked();
+    void HideOptions();
+    void ShowOptions();
+    void OnUseFilterClicked();
+    bool Converting() const { return IsConverting; }
+
+    CSettingsStore Settings;
+    GlyphOrderList GlyphOrders;
+    std::unique_ptr<CWarningWnd> Messages;
+
+    QGroupBox* InputBox;
+    QTabWidget* InputTabs;
+    QGroupBox* FilterBox;
+    QCheckBox* UseFilterCheck;
+    CPathCombo* FilterField;
+    QGroupBox* OutputBox;
+    QTabWidget* OutputTabs;
+    QToolButton* ShowOptionsButton;
+    QToolButton* HideOptionsButton;
+    QProgressBar* Progress;
+    QLabel* StatusText;
+    QPushButton* ConvertButton;
+
+    CInBmpDlg* InBmp;
+    CInZarnicDlg* InZarnic;
+    CInWinDlg* InWin;
+    CInLcDlg* InLc;
+    COutBmpDlg* OutBmp;
+    COutZarnicDlg* OutZarnic;
+    std::array<CInDlg*, 4> InputPanels;
+    std::array<COutDlg*, 2> OutputPanels;
+    CInDlg* CurrentInput = nullptr;
+    COutDlg* CurrentOutput = nullptr;
+
+protected:
+    void ShowProgress(int pos, int range) override;
+    void PumpEvents() override;
+
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+private:
+    void BuildLayout();
+    // Returns the height the option areas take.
+    int SetOutputOptionsVisible(bool visible);
+    void SelectInput();
+    void SelectOutput();
+    // The panel (or the window, for the filter row) under a point of the window.
+    CDlg* DropTargetAt(const QPoint& pos);
+
+    bool CancelRequested = false;
+    bool IsConverting = false;
+    int OptionHeight = 0;
+    bool Shown = false;
+    CDlg* DropTarget = nullptr;
+};

@@ -1,0 +1,194 @@
+#include "ui/settings_store.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+#include <system_error>
+
+#include "core/general_exception.h"
+#include "ui/ini_file.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::string ReadText(const fs::path& path) {
+    std::ifstream in(path, std::ios::binary);
+    if (!in) return {};
+    std::ostringstream s;
+    s << in.rdbuf();
+    return s.str();
+}
+
+// Replaces the file in one step: a crash leaves either the old or the new file.
+void WriteTextAtomically(const fs::path& path, const std::string& text) {
+    std::string tmpl = path.string() + ".XXXXXX";
+    int fd = mkstemp(tmpl.data());
+    if (fd < 0) return;
+    std::size_t done = 0;
+    bool ok = true;
+    while (done < text.size()) {
+        ssize_t n = ::write(fd, text.data() + done, text.size() - done);
+        if (n <= 0) {
+            ok = false;
+            break;
+        }
+        done += static_cast<std::size_t>(n);
+    }
+    fchmod(fd, 0644);
+    ok = ::fsync(fd) == 0 && ok;
+    ::close(fd);
+    if (!ok || std::rename(tmpl.c_str(), path.c_str()) != 0) std::remove(tmpl.c_str());
+}
+
+int HexValue(char c) {
+    if (c >= '0' && c <= '9') return c - '0';
+    if (c >= 'a' && c <= 'f') return c - 'a' + 10;
+    if (c >= 'A' && c <= 'F') return c - 'A' + 10;
+    return -1;
+}
+
+bool DirectoryWritable(const fs::path& dir) {
+    std::error_code ec;
+    return fs::is_directory(dir, ec) && ::access(dir.c_str(), W_OK) == 0;
+}
+
+// Creates every missing directory above the file; stops quietly at the first
+// failure, as nothing depends on it.
+void CreateParentDirectories(const fs::path& file) {
+    std::error_code ec;
+    fs::create_directories(file.parent_path(), ec);
+}
+
+}  // namespace
+
+int CSettingsStore::GetInt(std::string_view section, std::string_view key, int def) const {
+    std::optional<std::string> v = CIniText(ReadText(Path)).Get(section, key);
+    if (!v) return def;
+    const std::string& s = *v;
+    std::size_t i = 0;
+    bool negative = false;
+    if (i < s.size() && (s[i] == '-' || s[i] == '+')) negative = s[i++] == '-';
+    long long n = 0;
+    for (; i < s.size() && s[i] >= '0' && s[i] <= '9'; ++i) {
+        n = n * 10 + (s[i] - '0');
+        if (n > 0xFFFFFFFFLL) n = 0xFFFFFFFFLL;
+    }
+    return static_cast<int>(static_cast<uint32_t>(negative ? -n : n));
+}
+
+bool CSettingsStore::GetBool(std::string_view section, std::string_view key, bool def) const {
+    return GetInt(section, key, def ? 1 : 0) > 0;
+}
+
+std::string CSettingsStore::GetString(std::string_view section, std::string_view key, std::string_view def) const {
+    std::optional<std::string> v = CIniText(ReadText(Path)).Get(section, key);
+    return UnescapeSettingString(v ? std::string_view(*v) : def);
+}
+
+void CSettingsStore::SetInt(std::string_view section, std::string_view key, int value) const {
+    CIniText ini(ReadText(Path));
+    ini.Set(section, key, std::to_string(value));
+    WriteTextAtomically(Path, ini.Text());
+}
+
+void CSettingsStore::SetString(std::string_view section, std::string_view key, std::string_view value) const {
+    CIniText ini(ReadText(Path));
+    ini.Set(section, key, EscapeSettingString(value));
+    WriteTextAtomically(Path, ini.Text());
+}
+
+void CSettingsStore::DeleteSection(std::string_view section) const {
+    CIniText ini(ReadText(Path));
+    ini.DeleteSection(section);
+    WriteTextAtomically(Path, ini.Text());
+}
+
+bool CSettingsStore::Exists() const {
+    std::error_code ec;
+    return fs::exists(Path, ec);
+}
+
+std::string EscapeSettingString(std::string_view text) {
+    std::string out;
+    for (char16_t c : Utf8ToUtf16(text)) {
+        switch (c) {
+            case u'\t': out += "\\t"; break;
+            case u'\n': out += "\\n"; break;
+            case u'\r': out += "\\r"; break;
+            case u'\\': out += "\\\\"; break;
+            default:
+                if (c >= 128) out += FormatString("\\%04X", static_cast<unsigned>(c));
+                else out += static_cast<char>(c);
+        }
+    }
+    return out;
+}
+
+std::string UnescapeSettingString(std::string_view text) {
+    std::u16string out;
+    std::size_t i = 0;
+    while (i < text.size()) {
+        char c = text[i++];
+        if (c != '\\') {
+            // Plain bytes may be UTF-8 typed in by hand; collect them whole.
+            std::size_t start = i - 1;
+            while (i < text.size() && text[i] != '\\') ++i;
+            out += Utf8ToUtf16(text.substr(start, i - start));
+            continue;
+        }
+        if (i >= text.size()) break;  // a lone backslash at the end is dropped
+        char n = text[i];
+        if (n == '\\') out += u'\\', ++i;
+        else if (n == 'n') out += u'\n', ++i;
+        else if (n == 'r') out += u'\r', ++i;
+        else if (n == 't') out += u'\t', ++i;
+        else {
+            std::size_t avail = std::min<std::size_t>(4, text.size() - i);
+            unsigned value = 0;
+            for (std::size_t k = 0; k < avail; ++k) {
+                int h = HexValue(text[i + k]);
+                if (h < 0) break;
+                value = value * 16 + static_cast<unsigned>(h);
+            }
+            if (value >= 32) {
+                out += static_cast<char16_t>(value);
+                i += avail;
+            }
+            // Otherwise the backslash is dropped and the next character is
+            // taken as an ordinary one by the next round.
+        }
+    }
+    return Utf16ToUtf8(out);
+}
+
+fs::path SettingsPathBesideProgram(const fs::path& program) {
+    std::string s = program.string();
+    if (s.size() > 259) s.resize(259);
+    std::size_t dot = s.rfind('.');
+    if (dot != std::string::npos) s.resize(dot);
+    return fs::path(s + ".ini");
+}
+
+fs::path ResolveSettingsPath(const fs::path& program) {
+    fs::path path;
+    if (const char* env = std::getenv("GLYPHWRIGHT_SETTINGS"); env && *env) {
+        path = env;
+    } else {
+        path = SettingsPathBesideProgram(program);
+        CreateParentDirectories(path);
+        if (!DirectoryWritable(path.parent_path())) {
+            const char* xdg = std::getenv("XDG_CONFIG_HOME");
+            const char* home = std::getenv("HOME");
+            fs::path base = (xdg && *xdg) ? fs::path(xdg) : fs::path(home ? home : ".") / ".config";
+            path = base / "glyphwright" / "glyphwright.ini";
+        }
+    }
+    CreateParentDirectories(path);
+    return path;
+}

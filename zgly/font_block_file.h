@@ -1,0 +1,33 @@
+// Loads a ZGLY file into a CFontBlockSet with its header and structure
+// checks, and saves a set as a ZGLY file.
+#pragma once
+
+#include <cstdint>
+
+#include "zgly/binary_file.h"
+#include "zgly/font_block_set.h"
+
+class CFontBlockFile : public CBinaryFile {
+public:
+    explicit CFontBlockFile(std::filesystem::path path) : CBinaryFile(std::move(path)) {}
+
+    // Reads the whole file in one call, checks the header, splits the blocks
+    // and validates their structure; throws on the first problem.
+    void Load(CFontBlockSet& set);
+    // Writes FINF, CGLP, every CWDH and every CMAP, each padded to a multiple
+    // of 4, behind the header. The target is replaced only when complete.
+    void Save(const CFontBlockSet& set);
+
+private:
+    void WriteBlock(const CFontBlock& block);
+
+    uint8_t HeaderBuffer[16] = {};
+    uint32_t WriteOffset = 0;
+    uint16_t WrittenBlocks = 0;
+    bool Writing = false;
+};
+
+// Checks the header fields in their fixed order; throws the first failure.
+void CheckZglyHeader(const ZglyFileHeader& header);
+// CheckInputFile, then a full load that is thrown away.
+void CheckNativeFontFile(const std::filesystem::path& path);
