@@ -15,6 +15,7 @@
 #include "core/glyph_order.h"
 #include "core/headless_pg_ctrl.h"
 #include "xmlfiles/glyph_order_files.h"
+#include "zgly/synthetic_font.h"
 
 extern const char* const FuzzGridOrder;
 
@@ -147,6 +148,59 @@ void XmlSeeds(const fs::path& out, const fs::path& xlorDir) {
               "</letter></body></letter-list>");
 }
 
+void ZglySeeds(const fs::path& out) {
+    struct Kind {
+        int Bpp;
+        bool Vertical;
+        int Encoding;
+    };
+    int n = 0;
+    for (Kind k : {Kind{1, false, 1}, Kind{2, false, 2}, Kind{4, true, 1}, Kind{8, false, 3}, Kind{2, true, 2}}) {
+        SyntheticFontSpec spec;
+        spec.Codes = CodeRange(0x20, 12);
+        for (uint16_t c : {0x3042, 0x30A2, 0x4E00, 0xFF61}) spec.Codes.push_back(c);
+        spec.CellWidth = 6;
+        spec.CellHeight = 8;
+        spec.Origin = 6;
+        spec.Bpp = k.Bpp;
+        spec.Vertical = k.Vertical;
+        spec.Seed = static_cast<uint32_t>(n + 1);
+        auto font = MakeSyntheticFont(spec);
+        fs::path path = out / "zgly_reader" / ("font" + std::to_string(n++) + ".zgly");
+        fs::create_directories(path.parent_path());
+        WriteSyntheticZgly(*font, path, k.Encoding);
+        fs::create_directories(out / "zgly_info");
+        fs::copy_file(path, out / "zgly_info" / path.filename(), fs::copy_options::overwrite_existing);
+    }
+}
+
+// The LC target takes a selector byte (size and options), then the content,
+// zero-filled to the size: a few records of real Shift_JIS codes are enough.
+void LcSeeds(const fs::path& out) {
+    const int rowBytes[] = {1, 1, 1, 1, 1, 2, 2, 2};
+    const int heights[] = {8, 10, 12, 16, 8, 10, 12, 16};
+    const uint16_t codes[] = {0x8140, 0x8260, 0x8281, 0x82A0, 0x8341, 0x889F, 0x83BF, 0x8440};
+    for (int size = 0; size < 8; ++size)
+        for (int options : {0x00, 0x70}) {
+            std::string bytes(1, static_cast<char>(size | options));
+            for (uint16_t code : codes) {
+                bytes += static_cast<char>(code >> 8);
+                bytes += static_cast<char>(code & 0xFF);
+                for (int y = 0; y < heights[size] * rowBytes[size]; ++y)
+                    bytes += static_cast<char>((0x18 << (y % 4)) ^ code);
+            }
+            WriteFile(out / "lc_reader" / ("lc" + std::to_string(size) + "_" + std::to_string(options) + ".bin"),
+                      bytes);
+        }
+}
+
+void SettingsSeeds(const fs::path& out) {
+    WriteFile(out / "settings_ini" / "window.ini",
+              "; comment\n[Main]\nInput=2\nOutput=1\nFilter=/home/u/a.xllt\n\n[InWin]\nFace=IPA\\3042Gothic\n"
+              "Size=16\r\n[OutBmp]\nDrawGrid=1\nCellWidth=-1\n[History]\nPath0=C:\\\\x\\ty\n");
+    WriteFile(out / "settings_ini" / "odd.ini", "[ Main ]\n input = 7 \n[main]\nInput=8\nnoequals\n=v\n[\n]x=y\n");
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -164,6 +218,9 @@ int main(int argc, char** argv) {
         GridSeeds(out, work);
         BmpSeeds(out);
         XmlSeeds(out, argv[2]);
+        ZglySeeds(out);
+        LcSeeds(out);
+        SettingsSeeds(out);
     } catch (const CGeneralException& e) {
         std::fprintf(stderr, "%s\n", e.Message.c_str());
         return 1;
