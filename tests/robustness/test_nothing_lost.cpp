@@ -132,3 +132,16 @@ TEST(NothingLost, FailedSettingsWritesKeepThePreviousFile) {
     EXPECT_EQ(CSettingsStore(ini).GetString("InWin", "Face"), "IPAGothic");
     EXPECT_EQ(Names(cfg), std::set<std::string>{"glyphwright.ini"});
 }
+
+// Found by fuzzing: a value with spaces at its ends lost them on the way
+// through the file, whose reader trims around values.
+TEST(NothingLost, SettingsValuesKeepTheirEndSpaces) {
+    CTempDir dir;
+    CSettingsStore store(dir.Write("s.ini", ";A\\P3402=\\Cxy\\7t comment\n[InWin]\nFace=\\ gomm\n[InWin]\nI\xFF"));
+    std::string face = store.GetString("InWin", "Face");
+    EXPECT_EQ(face, " gomm");
+    for (const std::string& value : {face, std::string(" a b "), std::string(" "), std::string("x ")}) {
+        store.SetString("Main", "Path", value);
+        EXPECT_EQ(store.GetString("Main", "Path"), value);
+    }
+}
