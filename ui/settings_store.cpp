@@ -116,7 +116,15 @@ bool CSettingsStore::Exists() const {
 
 std::string EscapeSettingString(std::string_view text) {
     std::string out;
-    for (char16_t c : Utf8ToUtf16(text)) {
+    std::u16string units = Utf8ToUtf16(text);
+    for (std::size_t i = 0; i < units.size(); ++i) {
+        char16_t c = units[i];
+        // The file's reader trims spaces around a value; spaces at its ends
+        // are kept as escapes.
+        if (c == u' ' && (i == 0 || i + 1 == units.size())) {
+            out += "\\0020";
+            continue;
+        }
         switch (c) {
             case u'\t': out += "\\t"; break;
             case u'\n': out += "\\n"; break;

@@ -8,6 +8,7 @@
 #include <xercesc/framework/XMLPScanToken.hpp>
 #include <xercesc/parsers/SAXParser.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
+#include <xercesc/util/SecurityManager.hpp>
 #include <xercesc/util/XMLException.hpp>
 #include <xercesc/util/XMLString.hpp>
 
@@ -19,6 +20,8 @@ using namespace xercesc;
 void ParseXmlFile(HandlerBase& handler, const std::filesystem::path& path, const std::string& errorText,
                   const XmlFailureTexts& texts) {
     EnsureXmlPlatform();
+    SecurityManager limits;  // outlives the parser that points to it
+    limits.setEntityExpansionLimit(MaxXmlEntityExpansions);
     // The parser lives for this load only and goes on every way out.
     auto parser = std::make_unique<SAXParser>(nullptr, XMLPlatformUtils::fgMemoryManager, nullptr);
     parser->setDocumentHandler(&handler);
@@ -27,6 +30,12 @@ void ParseXmlFile(HandlerBase& handler, const std::filesystem::path& path, const
     parser->setDoNamespaces(false);
     parser->setDoSchema(false);
     parser->setValidationSchemaFullChecking(false);
+    // A document is read on its own: nothing it names outside itself (an
+    // external DTD or entity, a URL, a device) is opened, and its internal
+    // entities cannot expand without bound.
+    parser->setLoadExternalDTD(false);
+    parser->setDisableDefaultEntityResolution(true);
+    parser->setSecurityManager(&limits);
 
     bool succeeded = false;
     try {

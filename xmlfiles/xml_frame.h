@@ -20,6 +20,9 @@ struct XmlFailureTexts {
     bool WrapHandlerErrors;  // a handler's own error (nesting) is wrapped in "XML Error:\n %s"
 };
 
+// Entity expansions one document may make; far above any real order or filter file.
+inline constexpr XMLSize_t MaxXmlEntityExpansions = 10000;
+
 // Parses path with handler as document and error handler. errorText is the
 // handler's first recorded error, looked at between the parse steps. Returns
 // normally only when the whole document was read without error.
