@@ -37,12 +37,12 @@ inline std::filesystem::path AsciiOrder() {
 
 // A small ZGLY font of the printable ASCII characters.
 inline void WriteSourceFont(const std::filesystem::path& path) {
-    SyntheticFontSpec spec;
-    spec.Codes = CodeRange(0x20, 95);
-    spec.CellWidth = 8;
-    spec.CellHeight = 12;
-    spec.Origin = 9;
-    auto font = MakeSyntheticFont(spec);
+    SyntheticFontSpec fontSpec;
+    fontSpec.Codes = CodeRange(0x20, 95);
+    fontSpec.CellWidth = 8;
+    fontSpec.CellHeight = 12;
+    fontSpec.Origin = 9;
+    auto font = MakeSyntheticFont(fontSpec);
     WriteSyntheticZgly(*font, path);
 }
 
