@@ -41,7 +41,10 @@ BmpGridLayout ComputeGridLayout(const CFontData& font, const CGlyphOrder& order,
     l.InkAreaWidth = std::max(font.MaxCharWidth.Value, font.CellWidth.Value);
     l.InkAreaHeight = std::max(font.MaxCharHeight.Value, font.CellHeight.Value);
     if (l.IsVertical)
-        l.InkAreaWidth = std::max(l.InkAreaWidth, l.Baseline);
+        // One column more than the baseline: the baseline mark sits one column
+        // left of the glyphs' origin and must stay inside the glyph area, also
+        // when the origin is the ink area's left edge.
+        l.InkAreaWidth = std::max(l.InkAreaWidth, l.Baseline + 1);
     else
         l.InkAreaHeight = std::max(l.InkAreaHeight, l.Baseline);
 

@@ -8,19 +8,12 @@
 #include <vector>
 
 #include "core/bit_stream.h"
+#include "glyph_compare.h"
 #include "core/conversion.h"
 #include "core/font_data.h"
 #include "xmlfiles/test_support.h"
 
 // Pixel values of a glyph's ink, row by row.
-inline std::vector<uint32_t> InkValues(const CGlyph& g) {
-    std::vector<uint32_t> out;
-    CBitReader r;
-    r.Start(g.Pixels.data());
-    for (int i = 0; i < g.Ink.Width() * g.Ink.Height(); ++i) out.push_back(r.ReadValue(g.Bpp));
-    return out;
-}
-
 // A glyph from a cell given as one value per pixel (row by row).
 inline std::unique_ptr<CGlyph> MakeGlyph(const std::vector<uint32_t>& cell, int w, int h, int bpp, bool vertical,
                                          int space1, int space2, int origin) {

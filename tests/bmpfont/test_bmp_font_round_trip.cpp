@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "bmp_test_support.h"
+#include "glyph_compare.h"
 #include "bmpfont/bmp_font_layout.h"
 #include "bmpfont/bmp_font_reader.h"
 #include "bmpfont/bmp_font_writer.h"
@@ -40,35 +41,6 @@ std::unique_ptr<CFontData> TestFont(int bpp, bool vertical) {
     return font;
 }
 
-void ExpectSameFont(const CFontData& a, const CFontData& b, const std::string& what) {
-    ASSERT_EQ(a.GlyphCount(), b.GlyphCount()) << what;
-    bool vertical = a.Vertical();
-    EXPECT_EQ(b.Vertical(), vertical) << what;
-    for (const auto& g : a.GetGlyphs()) {
-        const CGlyph* r = b.FindGlyph(g->Code);
-        ASSERT_TRUE(r) << what << " code " << g->Code;
-        std::string at = what + " code " + std::to_string(g->Code);
-        EXPECT_EQ(r->Ink.Width(), g->Ink.Width()) << at;
-        EXPECT_EQ(r->Ink.Height(), g->Ink.Height()) << at;
-        EXPECT_EQ(InkValues(*r), InkValues(*g)) << at;
-        // An ink-less glyph's origin offsets only say where its empty cell was.
-        bool ink = g->Ink.Width() > 0;
-        if (ink) {
-            EXPECT_EQ(r->RightExtent, g->RightExtent) << at;
-        }
-        if (vertical) {
-            EXPECT_EQ(r->TopSpace, g->TopSpace) << at;
-            EXPECT_EQ(r->BottomSpace, g->BottomSpace) << at;
-        } else {
-            if (ink) {
-                EXPECT_EQ(r->Ascent, g->Ascent) << at;
-            }
-            EXPECT_EQ(r->LeftSpace, g->LeftSpace) << at;
-            EXPECT_EQ(r->RightSpace, g->RightSpace) << at;
-        }
-    }
-}
-
 }  // namespace
 
 TEST(BmpFontRoundTrip, KeepsEveryGlyphInEveryDepthLayoutAndMode) {
@@ -100,7 +72,7 @@ TEST(BmpFontRoundTrip, KeepsEveryGlyphInEveryDepthLayoutAndMode) {
                     CFontData back;
                     reader.Read(back, CFontFilter());
                     EXPECT_TRUE(pg.Warnings.empty()) << what << ": " << (pg.Warnings.empty() ? "" : pg.Warnings[0]);
-                    ExpectSameFont(*font, back, what);
+                    ExpectSameGlyphs(*font, back, what);
                 }
     g_pPgCtrl = nullptr;
 }

@@ -3,6 +3,7 @@
 #include "core/codepage.h"
 #include "core/font_filter.h"
 #include "core/headless_pg_ctrl.h"
+#include "glyph_compare.h"
 #include "synthetic_font.h"
 #include "zgly/zarnic_font_reader.h"
 #include "zgly_test_util.h"
@@ -25,32 +26,6 @@ std::vector<uint16_t> CodesFor(int encoding) {
         codes.push_back(0x4E00);
     }
     return codes;
-}
-
-// Images, widths and codes as the output sees them.
-void ExpectSameGlyphs(const CFontData& a, const CFontData& b, const std::string& what) {
-    ASSERT_EQ(a.GlyphCount(), b.GlyphCount()) << what;
-    for (const auto& g : a.GetGlyphs()) {
-        const CGlyph* r = b.FindGlyph(g->Code);
-        ASSERT_NE(r, nullptr) << what << " code " << g->Code;
-        std::string at = what + " code " + std::to_string(g->Code);
-        EXPECT_EQ(r->Ink.Width(), g->Ink.Width()) << at;
-        EXPECT_EQ(r->Ink.Height(), g->Ink.Height()) << at;
-        EXPECT_EQ(r->Pixels, g->Pixels) << at;
-        if (!a.Vertical()) {
-            EXPECT_EQ(r->LeftSpace, g->LeftSpace) << at;
-            EXPECT_EQ(r->RightSpace, g->RightSpace) << at;
-            if (g->Ink.Width() > 0) {
-                EXPECT_EQ(r->Ascent, g->Ascent) << at;
-            }
-        } else {
-            EXPECT_EQ(r->TopSpace, g->TopSpace) << at;
-            EXPECT_EQ(r->BottomSpace, g->BottomSpace) << at;
-            if (g->Ink.Width() > 0) {
-                EXPECT_EQ(r->RightExtent, g->RightExtent) << at;
-            }
-        }
-    }
 }
 
 void RoundTrip(int encoding) {
