@@ -36,24 +36,20 @@ TEST(NothingLost, FailedWritesKeepThePreviousFile) {
         fs::path target = out / c.Name;
         std::ofstream(target, std::ios::binary) << Previous;
 
-        ::chmod(out.c_str(), 0555);
-        int readOnly = RunInChild({true, 0}, [&] {
-            CHeadlessPgCtrl pg;
-            return Outcome(Convert(source, target, c.Kind, pg));
-        });
-        ::chmod(out.c_str(), 0755);
-        EXPECT_EQ(readOnly, Outcome(ConversionOutcome::Failed));
-        EXPECT_EQ(FileBytes(target), Previous);
-        EXPECT_EQ(Names(out), std::set<std::string>{c.Name});
-
-        // Every output is larger than the limit; the failure comes from write().
-        int diskFull = RunInChild({false, 1024}, [&] {
-            CHeadlessPgCtrl pg;
-            return Outcome(Convert(source, target, c.Kind, pg));
-        });
-        EXPECT_EQ(diskFull, Outcome(ConversionOutcome::Failed));
-        EXPECT_EQ(FileBytes(target), Previous);
-        EXPECT_EQ(Names(out), std::set<std::string>{c.Name});
+        // A read-only directory, then a full disk: every output is larger than
+        // the size limit, so that failure comes from write().
+        for (bool readOnly : {true, false}) {
+            SCOPED_TRACE(readOnly ? "read-only directory" : "full disk");
+            if (readOnly) ::chmod(out.c_str(), 0555);
+            int outcome = RunInChild({readOnly, readOnly ? 0 : 1024}, [&] {
+                CHeadlessPgCtrl pg;
+                return Outcome(Convert(source, target, c.Kind, pg));
+            });
+            ::chmod(out.c_str(), 0755);
+            EXPECT_EQ(outcome, Outcome(ConversionOutcome::Failed));
+            EXPECT_EQ(FileBytes(target), Previous);
+            EXPECT_EQ(Names(out), std::set<std::string>{c.Name});
+        }
 
         // The same run without the limit succeeds: the limit was what failed it.
         CHeadlessPgCtrl pg;
