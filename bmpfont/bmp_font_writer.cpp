@@ -130,8 +130,8 @@ void CGridPainter::DrawMarks(bool drawGrid) {
 void CBmpFontWriter::CheckParameters() {
     CheckOutputFile(Path);
     CheckGlyphOrderFile(OrderPath);
-    if (CellWidth == 0) ThrowError("Parameter Error:\n Cell Width (=%d) must be > 0.", 0);
-    if (CellHeight == 0) ThrowError("Parameter Error:\n Cell Height (=%d) must be > 0.", 0);
+    if (Cells.CellWidth == 0) ThrowError("Parameter Error:\n Cell Width (=%d) must be > 0.", 0);
+    if (Cells.CellHeight == 0) ThrowError("Parameter Error:\n Cell Height (=%d) must be > 0.", 0);
 }
 
 void CBmpFontWriter::LoadGlyphOrder(CGlyphOrder& order) {
@@ -144,7 +144,7 @@ void CBmpFontWriter::Write(CFontData& font, const CGlyphOrder& order) {
     g_pPgCtrl->ResetProgress();
     CheckOrderGrid(order, OrderPath);
     BmpGridLayout layout = ComputeGridLayout(
-        font, order, BmpCellSettings{CellWidth, CellHeight, OffsetLeft, OffsetTop, MarginRight, MarginBottom});
+        font, order, Cells);
     CBmpImage picture;
     CreateGridPicture(picture, layout);
     CGridPainter painter(picture, layout);

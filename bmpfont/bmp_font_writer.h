@@ -3,6 +3,7 @@
 
 #include <cstdint>
 
+#include "bmpfont/bmp_font_layout.h"
 #include "core/font_io.h"
 
 class CBmpFontWriter : public CFontWriter {
@@ -13,22 +14,12 @@ public:
         : CFontWriter(std::move(path)),
           OrderPath(std::move(orderPath)),
           DrawGrid(drawGrid),
-          CellWidth(cellWidth),
-          CellHeight(cellHeight),
-          OffsetLeft(offsetLeft),
-          OffsetTop(offsetTop),
-          MarginRight(marginRight),
-          MarginBottom(marginBottom) {}
+          Cells{cellWidth, cellHeight, offsetLeft, offsetTop, marginRight, marginBottom} {}
     void CheckParameters() override;
     void Write(CFontData& font, const CGlyphOrder& order) override;
     void LoadGlyphOrder(CGlyphOrder& order) override;
 
     std::filesystem::path OrderPath;
     bool DrawGrid;
-    int32_t CellWidth;
-    int32_t CellHeight;
-    int32_t OffsetLeft;
-    int32_t OffsetTop;
-    int32_t MarginRight;
-    int32_t MarginBottom;
+    BmpCellSettings Cells;
 };
