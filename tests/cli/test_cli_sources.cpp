@@ -4,7 +4,6 @@
 #include <string>
 
 #include "cli_runner.h"
-#include "core/grey_levels.h"
 #include "synthetic_font.h"
 #include "zgly_test_util.h"
 
@@ -60,31 +59,6 @@ TEST(CliSources, DejaVuAndIpaGothicMergeAsTheirOwnRuns) {
     ExpectSameGlyphs(*merged, *ReadZgly(dir / "i.zgly"), u"\u3042\u3043\u3044");
 }
 
-TEST(CliSources, LaterSourcesFillGapsInTheFirstSourcesLevels) {
-    CScratchDir dir;
-    auto latin = MakeZgly(dir, "latin.zgly", 0x20, 20, 2);
-    auto kana = MakeZgly(dir, "kana.zgly", 0x21, 60, 1);  // overlaps the Latin codes 0x21-0x33
-    auto r = RunCli(dir, "convert --from-zgly " + Q(latin) + " --from-zgly " + Q(kana) + " --to-zgly " + Q(dir / "o.zgly"));
-    ASSERT_EQ(r.Status, 0) << r.Err;
-    // No "multiple glyphs" warnings for the overlap.
-    EXPECT_EQ(r.Err, "Wrote " + (dir / "o.zgly").string() + ": 61 glyphs (latin.zgly: 20, kana.zgly: 41), cell " +
-                         CellOf(dir / "o.zgly") + ", 2 bits per pixel, " + Size(dir / "o.zgly") + " bytes, 0 warnings\n");
-    auto out = ReadZgly(dir / "o.zgly");
-    auto first = ReadZgly(latin);
-    auto second = ReadZgly(kana);
-    ExpectSameGlyphs(*out, *first, u" !\"#3");
-    int fullInk = 0;
-    for (char16_t c = 0x34; c < 0x21 + 60; ++c) {
-        auto want = CGlyph::CopyFrom(*second->FindGlyph(c));
-        RescaleGlyphLevels(*want, 1, 2);
-        const CGlyph* got = out->FindGlyph(c);
-        ASSERT_TRUE(got);
-        EXPECT_EQ(got->Pixels, want->Pixels) << static_cast<int>(c);
-        fullInk += std::count(got->Pixels.begin(), got->Pixels.end(), 0xFF);
-    }
-    EXPECT_GT(fullInk, 0);  // two levels became background and full ink of four
-}
-
 TEST(CliSources, SummaryCountsEveryWarning) {
     CScratchDir dir;
     auto in = MakeZgly(dir, "in.zgly", 0x20, 10, 2);
@@ -137,12 +111,10 @@ TEST(CliSources, CommandLineShape) {
          "an output (--to-zgly or --to-bmp), each followed by its file or face"},
         {"convert --from-zgly a --from-bmp b --to-zgly o", "--from-bmp needs --from-order (source 2)"},
         {"convert --from-font F --size 9 --from-zgly a --colors 4 --to-zgly o", "--colors does not apply to this input (source 2)"},
-        {"convert --from-font F --size 9 --size 10 --to-zgly o", "--size is given twice"},
         {"convert --from-zgly a --from-font F --to-zgly o", "--from-font needs exactly one of --size and --cell-height (source 2)"},
         {"convert --from-zgly a --to-zgly o --range 0x41-0x40", "--range '0x41-0x40' ends before it starts"},
         {"convert --from-zgly a --to-zgly o --range U+110000", "--range: 'U+110000' is beyond U+10FFFF"},
         {"convert --from-zgly a --to-zgly o --range A-Z", "--range takes FIRST-LAST or CODE (as U+3041, 0x3041 or 12353), not 'A-Z'"},
-        {"convert --from-zgly a --to-zgly o --filter x --filter y", "--filter is given twice"},
     };
     for (const auto& c : cases) {
         auto r = RunCli(dir, c.Args);

@@ -4,7 +4,6 @@
 
 #include "core/font_data.h"
 #include "core/font_filter.h"
-#include "core/general_exception.h"
 #include "core/grey_levels.h"
 #include "core/headless_pg_ctrl.h"
 #include "core/merged_font_reader.h"
@@ -36,7 +35,6 @@ public:
     void Read(CFontData& font, const CFontFilter& filter) override {
         font.Bpp.Set(Bpp);
         if (LineHeight) font.LineHeight.Set(LineHeight);
-        if (Vertical) font.IsVertical.Set(true);
         for (char16_t c : Codes) {
             if (filter.IsExcluded(c)) continue;
             Asked += c;
@@ -50,7 +48,6 @@ public:
     int Stored;
     int LineHeight = 0;
     int Ascent = 5;
-    bool Vertical = false;
     std::u16string Asked;
 };
 
@@ -64,7 +61,6 @@ TEST(GreyLevels, RescaledValuesAndStorage) {
         {4, 1, 4, {0, 7, 8, 15}, {0, 0, 1, 1}, 4},    // halves round to the nearer level
         {2, 4, 8, {0, 1, 2, 3}, {0, 5, 10, 15}, 8},   // one byte a pixel stays one byte a pixel
         {4, 2, 8, {0, 5, 10, 15}, {0, 1, 2, 3}, 8},
-        {3, 3, 8, {0, 3, 7}, {0, 3, 7}, 8},           // equal levels: untouched
     };
     for (const auto& c : cases) {
         auto g = Glyph(c.In, c.Stored);
@@ -109,32 +105,6 @@ TEST(MergedFontReader, FirstSourceWinsLaterOnesFillTheGapsInItsLevels) {
     EXPECT_EQ(font.FindGlyph(u'B')->Pixels, Glyph({0, 14, 15}, 8)->Pixels);
     EXPECT_EQ(font.FindGlyph(u'C')->Pixels, Glyph({0, 10, 15}, 8)->Pixels);  // 2 of 3 is 10 of 15
     EXPECT_EQ(font.FindGlyph(u'C')->Ascent, 9);
-}
-
-TEST(MergedFontReader, VerticalAndHorizontalSourcesDoNotMix) {
-    for (bool firstVertical : {false, true}) {
-        auto first = std::make_unique<CFakeReader>(1, u"A");
-        auto second = std::make_unique<CFakeReader>(1, u"B");
-        first->Vertical = firstVertical;
-        second->Vertical = !firstVertical;
-        std::vector<CMergedFontReader::Source> sources;
-        sources.push_back({std::move(first), "Latin"});
-        sources.push_back({std::move(second), "Kana"});
-        CMergedFontReader reader(std::move(sources));
-        CFontData font;
-        CHeadlessPgCtrl pg;
-        CPgCtrl* saved = g_pPgCtrl;
-        g_pPgCtrl = &pg;
-        std::string message;
-        try {
-            reader.Read(font, CFontFilter{});
-        } catch (const CGeneralException& e) {
-            message = e.Message;
-        }
-        g_pPgCtrl = saved;
-        EXPECT_EQ(message, std::string("Parameter Error:\n Vertical and horizontal sources can not be mixed: Latin is ") +
-                               (firstVertical ? "vertical, but Kana is horizontal." : "horizontal, but Kana is vertical."));
-    }
 }
 
 }  // namespace
