@@ -74,6 +74,11 @@ TEST(CliSources, SummaryCountsEveryWarning) {
         << r.Err;
     r = RunCli(dir, "convert --quiet --from-zgly " + Q(in) + " --range 0x100-0x1FF --to-zgly " + Q(dir / "o.zgly"));
     EXPECT_EQ(r.Err, "");
+    // The count is of what the file holds: code page 1252 has no U+0080.
+    auto edge = MakeZgly(dir, "edge.zgly", 0x7E, 4, 2);
+    r = RunCli(dir, "convert --from-zgly " + Q(edge) + " --encoding cp1252 --to-zgly " + Q(dir / "o.zgly"));
+    EXPECT_NE(r.Err.find("\nWrote " + (dir / "o.zgly").string() + ": 3 glyphs, cell "), std::string::npos) << r.Err;
+    EXPECT_NE(r.Err.find(" bytes, 1 warning\n"), std::string::npos) << r.Err;
 }
 
 TEST(CliSources, ParameterErrors) {
