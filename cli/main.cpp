@@ -35,6 +35,7 @@ int RunConvert(const CliOptions& options) {
         CCliPgCtrl pg(stderr, options.Quiet, ::isatty(STDERR_FILENO) != 0);
         outcome = RunConversion(frontEnd, pg);
     }
+    CCliPgCtrl::EndLikeTheInterruptingSignal();
     switch (outcome) {
     case ConversionOutcome::Finished: return ExitDone;
     case ConversionOutcome::Canceled: return ExitCanceled;
