@@ -48,7 +48,7 @@ void WriteStrike(const std::filesystem::path& file, int px) {
 TEST(BitmapStrikes, TheChosenSizesFileIsReadAtTwoLevels) {
     const auto dir = std::filesystem::temp_directory_path() / ("gw_strikes_" + std::to_string(getpid()));
     std::filesystem::create_directories(dir);
-    // The smallest first: a pick of "the family's first file" reads 8.
+    // One family match serves every size unless the strike decides.
     ASSERT_TRUE(FcInit());
     for (int px : {8, 12, 16}) {
         const auto file = dir / ("strike" + std::to_string(px) + ".bdf");
