@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -18,6 +19,7 @@
 #include "ui/settings_store.h"
 #include "xmlfiles/test_support.h"
 #include "zgly/binary_file.h"
+#include "zgly/save_target.h"
 
 namespace fs = std::filesystem;
 
@@ -129,6 +131,17 @@ TEST(SaveTarget, InPlaceSavesLoseNothing) {
         return Save(a, big) == "Can not write to a file (" + a.string() + ")." ? 0 : 1;
     });
     EXPECT_EQ(failed, 0);
+    // The new content complete, then no room for it in the target itself.
+    int noRoom = RunInChild({}, [&] {
+        CSaveTarget save(a);
+        int fd = save.Begin();
+        if (fd < 0 || ::pwrite(fd, big.data(), big.size(), 0) != static_cast<ssize_t>(big.size())) return 2;
+        std::signal(SIGXFSZ, SIG_IGN);
+        rlimit limit{4096, 4096};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+        return save.InPlace() && !save.Commit() ? 0 : 1;
+    });
+    EXPECT_EQ(noRoom, 0);
     {
         CBinaryFile dropped(a);
         dropped.Open(CBinaryFile::Mode::Write);
