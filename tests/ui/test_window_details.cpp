@@ -1,6 +1,7 @@
 // Where the windows appear: the main window in the middle of the screen, the
 // message window as its owned tool window, and a path field's full-path tip
-// laid over the field's text for as long as the pointer rests there.
+// laid over the field's text for as long as the pointer rests there. And how
+// the window ends when told to by a signal.
 #include <QCursor>
 #include <QHelpEvent>
 #include <QScreen>
@@ -8,8 +9,12 @@
 #include <QStyleOptionFrame>
 #include <QWindow>
 
+#include <csignal>
+
+#include "ui/in_win_dlg.h"
 #include "ui/out_zarnic_dlg.h"
 #include "ui/path_combo.h"
+#include "ui/termination_watch.h"
 #include "ui/warning_wnd.h"
 #include "window_fixture.h"
 
@@ -87,4 +92,24 @@ TEST_F(WindowTest, PathTipLiesOverTheTextWhileThePointerRests) {
     QCursor::setPos(rest);
     QApplication::sendEvent(edit, &help);
     EXPECT_EQ(VisibleTip(), nullptr);
+}
+
+// SIGTERM cancels a running conversion, whose temporary file goes with it,
+// and then closes the window; without a run the window closes at once.
+TEST_F(WindowTest, TerminationSignalsCancelThenClose) {
+    auto w = Open();
+    CTerminationWatch watch(*w);
+    w->InputTabs->setCurrentIndex(2);
+    ChooseFace(*w, "IPAGothic", 48);
+    w->InWin->LevelsList->setCurrentIndex(w->InWin->LevelsList->count() - 1);
+    w->OutputTabs->setCurrentIndex(1);
+    w->OutZarnic->FontField->SetText(QString::fromStdString((Dir / "out.zgly").string()));
+    std::raise(SIGTERM);
+    EXPECT_EQ(CTerminationWatch::Received(), SIGTERM);
+    EXPECT_EQ(Convert(*w), " Canceled");
+    EXPECT_FALSE(std::filesystem::exists(Dir / "out.zgly"));
+    for (const auto& entry : std::filesystem::directory_iterator(Dir.Path))
+        EXPECT_EQ(entry.path().filename().string().rfind(".out.zgly.", 0), std::string::npos) << entry.path();
+    QTest::qWait(300);
+    EXPECT_FALSE(w->isVisible());
 }
