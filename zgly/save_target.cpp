@@ -142,7 +142,8 @@ int CSaveTarget::Begin() {
     const bool exists = ::stat(Target.c_str(), &old) == 0;
     if (exists && S_ISDIR(old.st_mode)) return -1;
     WriteInPlace = exists && (!S_ISREG(old.st_mode) || old.st_nlink > 1);
-    RemoveStaleTemporaryFiles(Target);
+    // A FIFO or device never had temporary files (and /dev is no place to look).
+    if (!exists || S_ISREG(old.st_mode)) RemoveStaleTemporaryFiles(Target);
 
     if (!WriteInPlace) {
         fs::path dir = Target.parent_path();
