@@ -4,9 +4,10 @@
 
 namespace {
 
+// The signal that asked to stop, 0 while none did.
 volatile std::sig_atomic_t g_Interrupted = 0;
 
-void OnInterrupt(int) { g_Interrupted = 1; }
+void OnInterrupt(int signal) { g_Interrupted = signal; }
 
 constexpr int BarWidth = 30;
 
@@ -21,7 +22,17 @@ void CCliPgCtrl::InstallInterruptHandler() {
     sa.sa_handler = OnInterrupt;
     sigemptyset(&sa.sa_mask);
     sa.sa_flags = SA_RESETHAND;
-    sigaction(SIGINT, &sa, nullptr);
+    // Being told to end (kill, a closed terminal) stops the run as Ctrl-C
+    // does, so that its temporary file is removed on the way out.
+    for (int signal : {SIGINT, SIGTERM, SIGHUP}) sigaction(signal, &sa, nullptr);
+}
+
+void CCliPgCtrl::EndLikeTheInterruptingSignal() {
+    const int signal = g_Interrupted;
+    if (signal != SIGTERM && signal != SIGHUP) return;
+    // The parent sees the program ended by the signal it sent.
+    std::signal(signal, SIG_DFL);
+    std::raise(signal);
 }
 
 bool CCliPgCtrl::Interrupted() { return g_Interrupted != 0; }

@@ -25,9 +25,12 @@ public:
     // Removes the bar's line so that other text starts on a clean line.
     void ClearBar();
 
-    // Installs the Ctrl-C handler that sets the cancel request; a second
-    // Ctrl-C ends the program at once.
+    // Installs the Ctrl-C (and SIGTERM, SIGHUP) handler that sets the cancel
+    // request; a second one ends the program at once.
     static void InstallInterruptHandler();
+    // After a run cancelled by SIGTERM or SIGHUP, ends the program by that
+    // signal; returns after Ctrl-C or without a signal.
+    static void EndLikeTheInterruptingSignal();
     static bool Interrupted();
 
 protected:

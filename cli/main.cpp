@@ -38,6 +38,7 @@ int RunConvert(const CliOptions& options) {
         outcome = RunConversion(frontEnd, pg);
         warnings = pg.WarningCount();
     }
+    CCliPgCtrl::EndLikeTheInterruptingSignal();
     switch (outcome) {
     case ConversionOutcome::Finished:
         if (!options.Quiet) {

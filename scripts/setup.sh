@@ -8,7 +8,7 @@ packages=(
   libgtest-dev libxerces-c-dev libfreetype-dev libfontconfig-dev libharfbuzz-dev libpng-dev
   qt6-base-dev
   fonts-dejavu-core fonts-ipafont-gothic
-  xvfb
+  xvfb openbox
 )
 
 missing=()

@@ -24,7 +24,65 @@ bool FamilyMatches(FcPattern* font, const std::string& name) {
     return false;
 }
 
-bool ResolveFamily(const std::string& name, FontLocation& out) {
+// How far a strike is from a requested size: cell heights for size > 0, ems
+// for size < 0.
+int StrikeDistance(const FT_Bitmap_Size& strike, int32_t size) {
+    int have = size > 0 ? strike.height : static_cast<int>((strike.y_ppem + 32) >> 6);
+    return std::abs(have - std::abs(size));
+}
+
+// The distance of the face's nearest strike to the size; -1 when the file
+// has no strikes or is not a font.
+int NearestStrikeDistance(FT_Library lib, const char* file, int index, int32_t size) {
+    FT_Face face = nullptr;
+    if (FT_New_Face(lib, file, index, &face) != 0) return -1;
+    int best = -1;
+    for (int i = 0; i < face->num_fixed_sizes; ++i) {
+        int d = StrikeDistance(face->available_sizes[i], size);
+        if (best < 0 || d < best) best = d;
+    }
+    FT_Done_Face(face);
+    return best;
+}
+
+bool IsScalablePattern(FcPattern* font) {
+    FcBool scalable = FcFalse, outline = FcFalse;
+    FcPatternGetBool(font, FC_SCALABLE, 0, &scalable);
+    FcPatternGetBool(font, FC_OUTLINE, 0, &outline);
+    return scalable || outline;
+}
+
+// Bitmap families usually ship one file per size: among the files of the
+// matched font's family and style, the one whose strike is nearest the size.
+void PickStrikeFile(FcPattern* match, const std::string& name, int32_t size, FontLocation& out) {
+    FcChar8* style = nullptr;
+    FcPatternGetString(match, FC_STYLE, 0, &style);
+    FcPatternPtr pattern(FcPatternCreate());
+    FcPatternAddString(pattern.get(), FC_FAMILY, reinterpret_cast<const FcChar8*>(name.c_str()));
+    if (style) FcPatternAddString(pattern.get(), FC_STYLE, style);
+    std::unique_ptr<FcObjectSet, decltype(&FcObjectSetDestroy)> objects(
+        FcObjectSetBuild(FC_FILE, FC_INDEX, FC_SCALABLE, FC_OUTLINE, nullptr), FcObjectSetDestroy);
+    std::unique_ptr<FcFontSet, decltype(&FcFontSetDestroy)> fonts(FcFontList(nullptr, pattern.get(), objects.get()),
+                                                                 FcFontSetDestroy);
+    if (!fonts) return;
+    FtLibraryPtr lib = MakeFtLibrary();
+    int bestDistance = NearestStrikeDistance(lib.get(), out.File.c_str(), out.Index, size);
+    for (int i = 0; i < fonts->nfont && bestDistance != 0; ++i) {
+        FcPattern* font = fonts->fonts[i];
+        FcChar8* file = nullptr;
+        int index = 0;
+        if (IsScalablePattern(font) || FcPatternGetString(font, FC_FILE, 0, &file) != FcResultMatch) continue;
+        FcPatternGetInteger(font, FC_INDEX, 0, &index);
+        int d = NearestStrikeDistance(lib.get(), reinterpret_cast<const char*>(file), index, size);
+        if (d >= 0 && (bestDistance < 0 || d < bestDistance)) {
+            bestDistance = d;
+            out.File = reinterpret_cast<const char*>(file);
+            out.Index = index;
+        }
+    }
+}
+
+bool ResolveFamily(const std::string& name, int32_t size, FontLocation& out) {
     if (!FcInit()) return false;
     FcPatternPtr pattern(FcPatternCreate());
     FcPatternAddString(pattern.get(), FC_FAMILY, reinterpret_cast<const FcChar8*>(name.c_str()));
@@ -42,6 +100,7 @@ bool ResolveFamily(const std::string& name, FontLocation& out) {
     FcPatternGetInteger(match.get(), FC_INDEX, 0, &index);
     out.File = reinterpret_cast<const char*>(file);
     out.Index = index;
+    if (size != 0 && !IsScalablePattern(match.get())) PickStrikeFile(match.get(), name, size, out);
     return true;
 }
 
@@ -61,7 +120,7 @@ int32_t RoundDiv(long long num, long long den) {
 
 }  // namespace
 
-bool ResolveFontName(const std::string& name, FontLocation& out) {
+bool ResolveFontName(const std::string& name, FontLocation& out, int32_t size) {
     if (name.empty()) return false;
     // A font file needs no family lookup, and loading fontconfig's
     // configuration costs more than the rest of a small font's start-up.
@@ -70,7 +129,16 @@ bool ResolveFontName(const std::string& name, FontLocation& out) {
         out.Index = 0;
         return true;
     }
-    return ResolveFamily(name, out);
+    return ResolveFamily(name, size, out);
+}
+
+bool IsBitmapOnly(const FontLocation& location) {
+    FtLibraryPtr lib = MakeFtLibrary();
+    FT_Face face = nullptr;
+    if (FT_New_Face(lib.get(), location.File.c_str(), location.Index, &face) != 0) return false;
+    bool bitmapOnly = !FT_IS_SCALABLE(face);
+    FT_Done_Face(face);
+    return bitmapOnly;
 }
 
 FtLibraryPtr MakeFtLibrary() {
@@ -123,11 +191,9 @@ void CFontFace::SizeOutline(int32_t size) {
 void CFontFace::SizeBitmap(int32_t size) {
     FT_Face face = FacePtr.get();
     if (face->num_fixed_sizes < 1) ThrowError("Internal Error:\n Fail to create font.");
-    int want = std::abs(size), best = 0, bestDist = 1 << 30;
+    int best = 0, bestDist = 1 << 30;
     for (int i = 0; i < face->num_fixed_sizes; ++i) {
-        const FT_Bitmap_Size& s = face->available_sizes[i];
-        int have = size > 0 ? s.height : static_cast<int>((s.y_ppem + 32) >> 6);
-        int dist = std::abs(have - want);
+        int dist = StrikeDistance(face->available_sizes[i], size);
         if (dist < bestDist) {
             best = i;
             bestDist = dist;

@@ -17,8 +17,11 @@ struct FontLocation {
 };
 
 // An installed family (case-insensitive) or a font file that FreeType opens;
-// false when the name is neither.
-bool ResolveFontName(const std::string& name, FontLocation& out);
+// false when the name is neither. With a size (as CFontFace takes it), a
+// bitmap family's file whose strike is nearest that size.
+bool ResolveFontName(const std::string& name, FontLocation& out, int32_t size = 0);
+// The face has only bitmap strikes: no grey levels to render.
+bool IsBitmapOnly(const FontLocation& location);
 
 struct FtLibraryDeleter {
     void operator()(FT_Library lib) const { FT_Done_FreeType(lib); }

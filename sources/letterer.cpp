@@ -31,7 +31,7 @@ void CLetterer::Setup(int32_t bpp, int32_t widthType, int32_t fixedWidth, bool v
 
 void CLetterer::OpenFace(const FontRequest& request, int32_t size) {
     FontLocation location;
-    if (!ResolveFontName(request.FaceName, location))
+    if (!ResolveFontName(request.FaceName, location, size))
         ThrowError("Parameter Error:\n Font(%s) is not installed.", request.FaceName);
     Face = std::make_unique<CFontFace>(location, size);
     FontAscent = Face->Ascent;

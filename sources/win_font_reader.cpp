@@ -7,6 +7,7 @@
 #include "core/font_filter.h"
 #include "core/general_exception.h"
 #include "core/pg_ctrl.h"
+#include "sources/font_face.h"
 #include "sources/letterer.h"
 
 void CWinFontReader::CheckParameters() {
@@ -27,8 +28,12 @@ void CWinFontReader::Read(CFontData& font, const CFontFilter& filter) {
     g_pPgCtrl->SetProgressRange(0x10000);
 
     const FontRequest request = ParseFaceName(FaceName, Size);
+    // A face of bitmap strikes has no grey levels: it is read at 2 levels
+    // whatever was asked, as the window's level list offers only that.
+    FontLocation location;
+    const int32_t bpp = ResolveFontName(request.FaceName, location, Size) && IsBitmapOnly(location) ? 1 : Bpp;
     std::unique_ptr<CLetterer> letterer;
-    if (Bpp == 1) {
+    if (bpp == 1) {
         letterer = std::make_unique<CRasterLetterer>();
     } else {
         auto vector = std::make_unique<CVectorLetterer>();
@@ -36,7 +41,7 @@ void CWinFontReader::Read(CFontData& font, const CFontFilter& filter) {
         letterer = std::move(vector);
     }
     font.IsVertical.Set(request.Vertical);
-    letterer->Setup(Bpp, WidthType, FixedWidth, request.Vertical);
+    letterer->Setup(bpp, WidthType, FixedWidth, request.Vertical);
     letterer->Prepare(request);
 
     // A glyph that MakeGlyph left untouched serves the next code.
@@ -49,5 +54,5 @@ void CWinFontReader::Read(CFontData& font, const CFontFilter& filter) {
             font.AddGlyph(std::move(glyph), static_cast<uint16_t>(code));
     }
     letterer.reset();
-    font.Bpp.Set(Bpp);
+    font.Bpp.Set(bpp);
 }

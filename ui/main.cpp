@@ -3,6 +3,7 @@
 
 #include "ui/main_dlg.h"
 #include "ui/settings_store.h"
+#include "ui/termination_watch.h"
 #include "xmlfiles/glyph_order_files.h"
 
 int main(int argc, char** argv) {
@@ -10,5 +11,11 @@ int main(int argc, char** argv) {
     CXmlPlatform xml;
     CMainDlg window(ResolveSettingsPath(QCoreApplication::applicationFilePath().toStdString()));
     window.show();
-    return app.exec();
+    int status = 0;
+    {
+        CTerminationWatch watch(window);
+        status = app.exec();
+    }
+    CTerminationWatch::EndLikeTheSignal();
+    return status;
 }

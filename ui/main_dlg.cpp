@@ -12,6 +12,7 @@
 #include <QMimeData>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScreen>
 #include <QShortcut>
 #include <QTabBar>
 #include <QTabWidget>
@@ -30,6 +31,7 @@
 #include "ui/out_bmp_dlg.h"
 #include "ui/out_zarnic_dlg.h"
 #include "ui/path_combo.h"
+#include "ui/window_placement.h"
 #include "ui/preview_wnd.h"
 #include "ui/warning_wnd.h"
 
@@ -414,7 +416,11 @@ void CMainDlg::closeEvent(QCloseEvent* event) {
 
 void CMainDlg::showEvent(QShowEvent* event) {
     // Sizes measured before the first show miss the style's final metrics.
-    if (!event->spontaneous() && !Shown) adjustSize();
+    if (!event->spontaneous() && !Shown) {
+        adjustSize();
+        // The window starts in the middle of its screen.
+        if (QScreen* where = screen()) move(CentredTopLeft(where->availableGeometry(), frameGeometry().size()));
+    }
     Shown = true;
     CDlg::showEvent(event);
 }

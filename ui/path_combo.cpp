@@ -3,24 +3,22 @@
 #include <QAbstractItemView>
 #include <QDir>
 #include <QFileDialog>
-#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QProxyStyle>
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QStyle>
-#include <QTextDocument>
 #include <QToolTip>
 
 #include "ui/dlg.h"
+#include "ui/path_tip.h"
 #include "ui/settings_store.h"
 
 namespace {
 
-// The path tip comes up quickly and stays while the pointer rests.
+// The path tip comes up quickly.
 constexpr int TipWakeUpDelay = 100;
-constexpr int TipDisplayTime = 32767;
 
 // The application's own style with the tip's wake-up delay of the path fields.
 class CTipTimingStyle : public QProxyStyle {
@@ -68,7 +66,8 @@ CPathCombo::CPathCombo(const CSettingsStore& settings, PathFieldKind kind, QWidg
       Entries(settings, FieldKind.Section),
       ComboBox(MakeChild<CPathComboBox>(parent)),
       SelectButton(MakeChild<QPushButton>(parent, "&Select File")),
-      TipStyle(std::make_unique<CTipTimingStyle>()) {
+      TipStyle(std::make_unique<CTipTimingStyle>()),
+      PathTip(MakeChild<CPathTip>(ComboBox->lineEdit(), ComboBox->lineEdit())) {
     // The edit does not own a style set on it; the field does.
     ComboBox->lineEdit()->setStyle(TipStyle.get());
     NormalPalette = ComboBox->lineEdit()->palette();
@@ -158,33 +157,9 @@ void CPathCombo::Drop(const QString& file) {
     SetDropHighlight(false);
 }
 
-// The tip shows the whole path with its text exactly where the field's text
-// starts, so a path too long for the field can be read in place.
-void CPathCombo::ShowTipOverText() {
-    QLineEdit* edit = ComboBox->lineEdit();
-    QString text = edit->text();
-    if (text.isEmpty()) {
-        QToolTip::hideText();
-        return;
-    }
-    QStyle* style = edit->style();
-    int frame = style->pixelMetric(QStyle::PM_ToolTipLabelFrameWidth, nullptr, edit);
-    QMargins m = edit->textMargins();
-    QFontMetrics fm(edit->font());
-    QPoint textTopLeft(m.left() + 2, (edit->height() - fm.height()) / 2);
-    QPoint global = edit->mapToGlobal(textTopLeft);
-    // QToolTip places its label at the point plus a fixed cursor offset.
-    QPoint offset(2, 16);
-    // The tip's text lies over the field's own, in the same font.
-    QToolTip::setFont(edit->font());
-    // A path that looks like markup ("a<b>c.bmp") is still shown as it is.
-    if (Qt::mightBeRichText(text)) text = "<p style='white-space:pre'>" + text.toHtmlEscaped() + "</p>";
-    QToolTip::showText(global - offset - QPoint(frame + 1, frame + 1), text, edit, edit->rect(), TipDisplayTime);
-}
-
 bool CPathCombo::eventFilter(QObject* watched, QEvent* event) {
     if (watched == ComboBox->lineEdit() && event->type() == QEvent::ToolTip) {
-        ShowTipOverText();
+        PathTip->ShowOverText();
         return true;
     }
     return QObject::eventFilter(watched, event);

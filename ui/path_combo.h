@@ -15,6 +15,7 @@
 
 class QPushButton;
 class CSettingsStore;
+class CPathTip;
 
 // The combo box of a path field. Remembers the text shown before the user
 // picks an entry, because Qt replaces the text before reporting the choice.
@@ -57,6 +58,7 @@ public:
     QPushButton* Button() const { return SelectButton; }
     const CPathHistory& History() const { return Entries; }
     const PathFieldKind& Kind() const { return FieldKind; }
+    CPathTip* Tip() const { return PathTip; }
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -65,7 +67,6 @@ private:
     void OnChosen(int index);
     void OnTextChanged(const QString& text);
     void RebuildList();
-    void ShowTipOverText();
 
     QWidget* Parent;
     const CSettingsStore& Settings;
@@ -75,6 +76,7 @@ private:
     QPushButton* SelectButton;
     // The application's style with the quick wake-up of the path tip.
     std::unique_ptr<QStyle> TipStyle;
+    CPathTip* PathTip;
     QPalette NormalPalette;
     bool DropHighlight = false;
     bool Rebuilding = false;

@@ -2,6 +2,9 @@
 // saves pictures of it: glyphwright_screenshots OUTPUT_DIR SETTINGS_FILE [FILE.zgly]
 // (with a ZGLY file, its preview window too)
 #include <QApplication>
+#include <QCursor>
+#include <QLineEdit>
+#include <QScreen>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QTabWidget>
@@ -29,6 +32,12 @@ void Settle() {
 void Save(QWidget* w, const QString& dir, const QString& name) {
     Settle();
     w->grab().save(dir + "/" + name + ".png");
+}
+
+// The whole screen as a user sees it: window frames, stacking, tips.
+void SaveScreen(const QString& dir, const QString& name) {
+    Settle();
+    QGuiApplication::primaryScreen()->grabWindow(0).save(dir + "/" + name + ".png");
 }
 
 }  // namespace
@@ -63,12 +72,29 @@ int main(int argc, char** argv) {
         window.OutputTabs->setCurrentIndex(i);
         Save(&window, dir, QString("main-") + outputs[i]);
     }
+    // The full-path tip where the pointer rests on a path longer than its field.
+    QLineEdit* edit = window.OutZarnic->FontField->Combo()->lineEdit();
+    window.OutZarnic->FontField->SetText(
+        "/home/user/projects/a-game/assets/fonts/title-screen/IPAGothic-24px-16-levels.zgly");
+    window.activateWindow();
+    Settle();
+    QCursor::setPos(edit->mapToGlobal(QPoint(30, edit->height() / 2)));
+    SaveScreen(dir, "screen-path-tip");
+    QCursor::setPos(window.frameGeometry().bottomRight() + QPoint(40, 40));
     window.HideOptions();
     Save(&window, dir, "main-options-hidden");
     window.ShowOptions();
     window.AddWarning("Letter U+E000 is not in the font.");
     window.AppendError("Parameter Error:\n Input file(/tmp/missing.ZGLY) not exists");
     Save(window.Messages.get(), dir, "messages");
+    // The message window in its place beside the main window; moved over it
+    // and with the main window active, it stays above it.
+    window.ShowMessages();
+    SaveScreen(dir, "screen-messages");
+    window.Messages->move(window.frameGeometry().center());
+    window.activateWindow();
+    window.raise();
+    SaveScreen(dir, "screen-messages-over-main");
     if (argc > 3) {
         window.OutZarnic->FontField->SetText(argv[3]);
         window.OpenPreview();

@@ -1,10 +1,7 @@
 #include "ui/settings_store.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
-#include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <sstream>
@@ -12,6 +9,7 @@
 
 #include "core/general_exception.h"
 #include "ui/ini_file.h"
+#include "zgly/save_target.h"
 
 namespace fs = std::filesystem;
 
@@ -23,27 +21,6 @@ std::string ReadText(const fs::path& path) {
     std::ostringstream s;
     s << in.rdbuf();
     return s.str();
-}
-
-// Replaces the file in one step: a crash leaves either the old or the new file.
-void WriteTextAtomically(const fs::path& path, const std::string& text) {
-    std::string tmpl = path.string() + ".XXXXXX";
-    int fd = mkstemp(tmpl.data());
-    if (fd < 0) return;
-    std::size_t done = 0;
-    bool ok = true;
-    while (done < text.size()) {
-        ssize_t n = ::write(fd, text.data() + done, text.size() - done);
-        if (n <= 0) {
-            ok = false;
-            break;
-        }
-        done += static_cast<std::size_t>(n);
-    }
-    fchmod(fd, 0644);
-    ok = ::fsync(fd) == 0 && ok;
-    ::close(fd);
-    if (!ok || std::rename(tmpl.c_str(), path.c_str()) != 0) std::remove(tmpl.c_str());
 }
 
 int HexValue(char c) {
@@ -94,19 +71,19 @@ std::string CSettingsStore::GetString(std::string_view section, std::string_view
 void CSettingsStore::SetInt(std::string_view section, std::string_view key, int value) const {
     CIniText ini(ReadText(Path));
     ini.Set(section, key, std::to_string(value));
-    WriteTextAtomically(Path, ini.Text());
+    SaveWholeFile(Path, ini.Text());
 }
 
 void CSettingsStore::SetString(std::string_view section, std::string_view key, std::string_view value) const {
     CIniText ini(ReadText(Path));
     ini.Set(section, key, EscapeSettingString(value));
-    WriteTextAtomically(Path, ini.Text());
+    SaveWholeFile(Path, ini.Text());
 }
 
 void CSettingsStore::DeleteSection(std::string_view section) const {
     CIniText ini(ReadText(Path));
     ini.DeleteSection(section);
-    WriteTextAtomically(Path, ini.Text());
+    SaveWholeFile(Path, ini.Text());
 }
 
 bool CSettingsStore::Exists() const {

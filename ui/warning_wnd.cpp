@@ -14,7 +14,9 @@ const char* Section = "WarningWindow";
 }
 
 CWarningWnd::CWarningWnd(const CSettingsStore& settings, QWidget* owner)
-    : CDlg(owner, Qt::Window),
+    // A tool window of its owner: the window manager keeps it directly above
+    // the main window.
+    : CDlg(owner, Qt::Tool),
       Settings(settings),
       Placement(settings, Section, QSize(400, 200)),
       View(MakeChild<QPlainTextEdit>(this)) {
@@ -80,6 +82,7 @@ void CWarningWnd::Show(QWidget* mainWindow) {
                                : QPoint(0, 0);
     Placement.Apply(*this, beside);
     show();
+    raise();
     View->verticalScrollBar()->setValue(View->verticalScrollBar()->maximum());
 }
 

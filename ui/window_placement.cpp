@@ -30,3 +30,8 @@ void CWindowPlacement::Store(const QWidget& window) const {
     Settings.SetInt(Section, "w", window.width());
     Settings.SetInt(Section, "h", window.height());
 }
+
+QPoint CentredTopLeft(const QRect& area, const QSize& frame) {
+    return QPoint(area.x() + std::max(0, (area.width() - frame.width()) / 2),
+                  area.y() + std::max(0, (area.height() - frame.height()) / 2));
+}

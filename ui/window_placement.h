@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QPoint>
+#include <QRect>
 #include <QSize>
 
 class CSettingsStore;
@@ -25,3 +26,8 @@ private:
     QSize DefaultSize;
     bool Applying = false;
 };
+
+// The top-left corner that centres a frame of the size in the area (the
+// screen's available geometry); a frame larger than the area keeps its top
+// left corner inside it.
+QPoint CentredTopLeft(const QRect& area, const QSize& frame);

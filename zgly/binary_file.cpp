@@ -8,6 +8,7 @@
 #include <string>
 
 #include "core/general_exception.h"
+#include "zgly/save_target.h"
 
 CBinaryFile::~CBinaryFile() {
     if (Fd >= 0) {
@@ -20,12 +21,9 @@ CBinaryFile::~CBinaryFile() {
 }
 
 void CBinaryFile::Discard() noexcept {
-    ::close(Fd);
+    // The save owns the descriptor.
+    Save.reset();
     Fd = -1;
-    if (!TempPath.empty()) {
-        ::unlink(TempPath.c_str());
-        TempPath.clear();
-    }
 }
 
 void CBinaryFile::Open(Mode mode) {
@@ -40,23 +38,12 @@ void CBinaryFile::Open(Mode mode) {
         if (Fd < 0) ThrowError("Can not open a file (%s).", FilePath);
         return;
     }
-    std::filesystem::path dir = FilePath.parent_path();
-    std::string pattern = (dir.empty() ? std::string(".") : dir.string()) + "/." +
-                          FilePath.filename().string() + ".XXXXXX";
-    Fd = ::mkostemp(pattern.data(), O_CLOEXEC);
-    if (Fd < 0) ThrowError("Can not open a file (%s).", FilePath);
-    TempPath = pattern;
-    // The new file takes the old one's permissions, or the usual ones.
-    struct stat st {};
-    mode_t perms;
-    if (::stat(FilePath.c_str(), &st) == 0) {
-        perms = st.st_mode & 07777;
-    } else {
-        mode_t mask = ::umask(0);
-        ::umask(mask);
-        perms = 0666 & ~mask;
+    Save = std::make_unique<CSaveTarget>(FilePath);
+    Fd = Save->Begin();
+    if (Fd < 0) {
+        Save.reset();
+        ThrowError("Can not open a file (%s).", FilePath);
     }
-    ::fchmod(Fd, perms);
 }
 
 uint32_t CBinaryFile::Read(void* dst, uint32_t bytes) {
@@ -109,16 +96,10 @@ void CBinaryFile::Close() {
         Fd = -1;
         return;
     }
-    bool ok = ::fsync(Fd) == 0;
-    ok = (::close(Fd) == 0) && ok;
     Fd = -1;
-    if (ok) ok = ::rename(TempPath.c_str(), FilePath.c_str()) == 0;
-    if (!ok) {
-        ::unlink(TempPath.c_str());
-        TempPath.clear();
-        ThrowError("Can not write to a file (%s).", FilePath);
-    }
-    TempPath.clear();
+    bool ok = Save->Commit();
+    Save.reset();
+    if (!ok) ThrowError("Can not write to a file (%s).", FilePath);
 }
 
 std::vector<uint8_t> ReadWholeFile(const std::filesystem::path& path) {

@@ -1,14 +1,17 @@
 // One file handle that turns every failed open, read, write or seek into a
 // CGeneralException naming the file.
 //
-// Files opened for writing are written to a temporary file in the target's
-// directory and renamed over the target only by Close, so a failed or
-// cancelled save never leaves a truncated file where the user's file was.
+// Files opened for writing are saved through CSaveTarget: the new content
+// reaches the target only in Close, so a failed or cancelled save never
+// leaves a truncated file where the user's file was.
 #pragma once
 
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <vector>
+
+#include "zgly/save_target.h"
 
 class CBinaryFile {
 public:
@@ -19,7 +22,7 @@ public:
     CBinaryFile(const CBinaryFile&) = delete;
     CBinaryFile& operator=(const CBinaryFile&) = delete;
 
-    // Read: an existing file. Write: a new temporary file beside the target.
+    // Read: an existing file. Write: the new content, apart from the target.
     void Open(Mode mode);
     // Returns the count actually read; a short read at the end is no error.
     uint32_t Read(void* dst, uint32_t bytes);
@@ -38,7 +41,7 @@ private:
     void Discard() noexcept;
 
     std::filesystem::path FilePath;
-    std::filesystem::path TempPath;
+    std::unique_ptr<CSaveTarget> Save;
     int Fd = -1;
     Mode OpenMode = Mode::Read;
 };

@@ -96,8 +96,9 @@ uint32_t CFontBlockSet::CountBlocks(uint32_t tag) const {
 void CFontBlockSet::Validate() {
     const CFontBlock* finf = GetBlock(TagFINF, 0);
     if (!finf) throw CGeneralException("ZGLY File Error:\n The file has no FINF block");
-    if (finf->Length() < FinfSize)
-        ThrowError("ZGLY File Error:\n FINF block is too small(=%d, must be %d)", finf->Length(), FinfSize);
+    if (finf->Length() < FinfReadSize)
+        ThrowError("ZGLY File Error:\n FINF block is too small(=%d, must be at least %d)", finf->Length(),
+                   FinfReadSize);
     int encoding = finf->Data()[FinfEncoding];
     if (encoding > 3) ThrowError("ZGLY File Error:\n Unsupported encoding(=%d, supports 0 to 3)", encoding);
 
@@ -143,6 +144,7 @@ void CFontBlockSet::BuildLookupIndexes() {
     list.clear();
     for (uint32_t i = 0; const CFontBlock* w = GetBlock(TagCWDH, i); ++i) list.push_back(w);
     WidthSpanList = DecidedSpans(list, CwdhFirstGlyph, CwdhLastGlyph);
+    IndexedCellCount = CountCells();
     Indexed = true;
 }
 
@@ -248,19 +250,35 @@ CharWidths CFontBlockSet::GetCharWidths(uint16_t glyph) const {
     }
     if (!entry) {
         const CFontBlock* finf = GetBlock(TagFINF, 0);
-        if (!finf || finf->Length() < FinfSize) return CharWidths{};
+        if (!finf || finf->Length() < FinfReadSize) return CharWidths{};
         entry = finf->Data() + FinfDefaultLeft;
     }
     return CharWidths{static_cast<int8_t>(entry[0]), entry[1], entry[2]};
 }
 
-uint32_t CFontBlockSet::CellCount() const {
+uint32_t CFontBlockSet::CellCount() const { return Indexed ? IndexedCellCount : CountCells(); }
+
+uint32_t CFontBlockSet::CountCells() const {
     const CFontBlock* cglp = GetBlock(TagCGLP, 0);
     if (!cglp || cglp->Length() < CglpHeadSize) return 0;
     uint16_t cellSize = GetU16(cglp->Data() + CglpCellSize);
     // Empty cells take no room, so any index has one.
     if (cellSize == 0) return 0x10000;
-    return (cglp->Length() - CglpHeadSize) / cellSize;
+    // The block is padded with zero bytes to a multiple of 4, so its last
+    // up to 3 bytes may be padding rather than cells: the fewest cells after
+    // which only zero bytes remain, or more when the width entries name them.
+    const uint8_t* cells = cglp->Data() + CglpHeadSize;
+    const uint32_t cellBytes = cglp->Length() - CglpHeadSize;
+    const uint32_t most = cellBytes / cellSize;
+    if (cellBytes % 4 != 0) return most;  // not padded
+    uint32_t count = cellBytes >= 4 ? (cellBytes - 4) / cellSize + 1 : 0;
+    while (count < most && std::any_of(cells + count * cellSize, cells + cellBytes, [](uint8_t b) { return b != 0; }))
+        ++count;
+    for (uint32_t i = 0; const CFontBlock* w = GetBlock(TagCWDH, i); ++i) {
+        uint32_t first = FirstOf(*w, CwdhFirstGlyph), last = FirstOf(*w, CwdhLastGlyph);
+        if (first <= last) count = std::max(count, last + 1);
+    }
+    return std::min(count, most);
 }
 
 const uint8_t* CFontBlockSet::GetCellBits(uint16_t glyph) const {

@@ -61,7 +61,8 @@ public:
     CharWidths GetCharWidths(uint16_t glyph) const;
     // The glyph's cell, or nullptr when the index is beyond the stored cells.
     const uint8_t* GetCellBits(uint16_t glyph) const;
-    // Cells the CGLP block holds (0 without a CGLP block).
+    // Cells the CGLP block holds (0 without a CGLP block), without the
+    // padding that ends the block.
     uint32_t CellCount() const;
 
     ZglyFileHeader Header;
@@ -70,11 +71,13 @@ private:
     const CFontBlock* DecidingMapBlock(uint16_t code) const;
     const CFontBlock* CoveringWidthBlock(uint16_t glyph) const;
     void BuildLookupIndexes();
+    uint32_t CountCells() const;
 
     std::map<uint32_t, std::vector<std::unique_ptr<CFontBlock>>> Blocks;
     // Built by Validate so that a file of many overlapping blocks costs no
     // more than one sorted pass per lookup; before it, lookups scan the blocks.
     bool Indexed = false;
+    uint32_t IndexedCellCount = 0;
     std::vector<Span> MapSpanList;
     std::vector<Span> WidthSpanList;
 };

@@ -21,6 +21,9 @@ inline constexpr uint32_t TagCMAP = 0x434D4150;
 
 // FINF content
 inline constexpr uint32_t FinfSize = 20;
+// The fields a reader uses end at the encoding byte; the offsets after it
+// only serve consumers that map the file.
+inline constexpr uint32_t FinfReadSize = 8;
 inline constexpr uint32_t FinfFontType = 0;
 inline constexpr uint32_t FinfLineFeed = 1;
 inline constexpr uint32_t FinfAlternateGlyph = 2;

@@ -16,6 +16,7 @@
 #include "ui/out_bmp_dlg.h"
 #include "ui/out_zarnic_dlg.h"
 #include "ui/path_combo.h"
+#include "ui/path_tip.h"
 #include "ui/warning_wnd.h"
 #include "core/general_exception.h"
 #include "window_fixture.h"
@@ -176,12 +177,11 @@ TEST_F(WindowTest, PathHistoryInTheField) {
         QPoint at(5, 5);
         QHelpEvent help(QEvent::ToolTip, at, combo->lineEdit()->mapToGlobal(at));
         QApplication::sendEvent(combo->lineEdit(), &help);
-        ASSERT_TRUE(QToolTip::isVisible());
-        QTextDocument shown;
-        if (Qt::mightBeRichText(QToolTip::text())) shown.setHtml(QToolTip::text());
-        else shown.setPlainText(QToolTip::text());
-        EXPECT_EQ(shown.toPlainText(), path);
-        QToolTip::hideText();
+        QLabel* tip = w->OutBmp->BitmapField->Tip();
+        ASSERT_TRUE(tip->isVisible());
+        EXPECT_EQ(tip->textFormat(), Qt::PlainText);
+        EXPECT_EQ(tip->text(), path);
+        tip->hide();
     }
 }
 

@@ -1,0 +1,28 @@
+// Being told to end (SIGTERM, SIGHUP, Ctrl-C in the starting terminal) closes
+// the window the way its close button does: a running conversion is
+// cancelled and unwinds first, so its temporary file is removed, and then
+// the window closes. EndLikeTheSignal then ends the program by that signal.
+#pragma once
+
+#include <QObject>
+#include <QTimer>
+
+class QWidget;
+
+class CTerminationWatch : public QObject {
+public:
+    explicit CTerminationWatch(QWidget& window);
+    // Puts the signals' previous handling back.
+    ~CTerminationWatch() override;
+    CTerminationWatch(const CTerminationWatch&) = delete;
+    CTerminationWatch& operator=(const CTerminationWatch&) = delete;
+
+    // The signal received, 0 while none was.
+    static int Received();
+    // After the window closed on a signal: ends the program by it.
+    static void EndLikeTheSignal();
+
+private:
+    QWidget& Window;
+    QTimer Watch;
+};
