@@ -80,20 +80,31 @@ FontState CurrentState(const RecipeFont& font, const fs::path& folder) {
 // (convert run alone lists them all).
 constexpr int ShownWarnings = 10;
 
-std::string Indented(const std::string& text) {
-    std::string out;
+std::vector<std::string> Lines(const std::string& text) {
+    std::vector<std::string> lines;
     std::size_t start = 0;
-    int warnings = 0;
     while (start < text.size()) {
         std::size_t end = text.find('\n', start);
         if (end == std::string::npos) end = text.size();
-        std::string line = text.substr(start, end - start);
+        lines.push_back(text.substr(start, end - start));
         start = end + 1;
-        if (line.rfind("Warning: ", 0) == 0 && ++warnings > ShownWarnings) continue;
-        out += "  " + line + "\n";
     }
-    if (warnings > ShownWarnings)
-        out += "  (" + std::to_string(warnings - ShownWarnings) + " more warning lines; convert alone shows them)\n";
+    return lines;
+}
+
+std::string Indented(const std::string& text) {
+    std::vector<std::string> lines = Lines(text);
+    int total = 0;
+    for (const auto& line : lines) total += line.rfind("Warning: ", 0) == 0;
+    std::string out;
+    int warnings = 0;
+    for (const auto& line : lines) {
+        bool warning = line.rfind("Warning: ", 0) == 0;
+        if (warning && ++warnings > ShownWarnings) continue;
+        out += "  " + line + "\n";
+        if (warning && warnings == ShownWarnings && total > ShownWarnings)
+            out += "  (" + std::to_string(total - ShownWarnings) + " more warning lines; convert alone shows them)\n";
+    }
     return out;
 }
 
@@ -160,6 +171,11 @@ int RunBuildCommand(const std::vector<std::string>& args) {
         return 0;
     }
 
+    // A recipe names its output folders; they are made as a build tool would.
+    for (std::size_t f : jobFont) {
+        std::error_code ec;
+        fs::create_directories(before[f].Output.Path.parent_path(), ec);
+    }
     int built = 0, failed = 0, canceled = 0;
     bool finished = RunBuildJobs(jobs, options.Jobs, recipe.Folder, [&](std::size_t job, const BuildJobResult& r) {
         const RecipeFont& font = recipe.Fonts[jobFont[job]];

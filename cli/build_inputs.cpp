@@ -4,6 +4,7 @@
 
 #include "cli/factories.h"
 #include "sources/font_face.h"
+#include "sources/font_style.h"
 
 namespace fs = std::filesystem;
 
@@ -22,35 +23,39 @@ void AddOrder(std::vector<fs::path>& out, const fs::path& folder, const std::str
     AddFile(out, folder, fs::is_regular_file(here, ec) ? here.string() : ResolveGlyphOrder(text).string());
 }
 
-void AddFace(std::vector<fs::path>& out, const fs::path& folder, const std::string& face) {
+void AddFace(std::vector<fs::path>& out, const fs::path& folder, const CliSource& s) {
     // A leading @ asks for the vertical forms of the same face.
-    std::string name = !face.empty() && face[0] == '@' ? face.substr(1) : face;
+    std::string name = !s.FontFace.empty() && s.FontFace[0] == '@' ? s.FontFace.substr(1) : s.FontFace;
     if (name.find('/') != std::string::npos) {
         AddFile(out, folder, name);
         return;
     }
     FontLocation location;
-    if (ResolveFontName(name, location)) AddFile(out, folder, location.File.string());
+    if (s.FontStyle.empty() ? ResolveFontName(name, location) : ResolveFamilyStyle(name, s.FontStyle, location))
+        AddFile(out, folder, location.File.string());
 }
 
 }  // namespace
 
 std::vector<fs::path> ConversionInputs(const CliOptions& o, const fs::path& folder) {
     std::vector<fs::path> inputs;
-    switch (o.Input) {
-    case InputKind::Font: AddFace(inputs, folder, o.FontFace); break;
-    case InputKind::Bmp:
-        AddFile(inputs, folder, o.InputPath);
-        AddOrder(inputs, folder, o.FromOrder);
-        break;
-    case InputKind::Lc:
-        AddFile(inputs, folder, o.InputPath);
-        AddFile(inputs, folder, o.LcHalfPath);
-        break;
-    case InputKind::Zgly: AddFile(inputs, folder, o.InputPath); break;
-    case InputKind::None: break;
+    for (const CliSource& s : o.Sources) {
+        switch (s.Input) {
+        case InputKind::Font: AddFace(inputs, folder, s); break;
+        case InputKind::Bmp:
+            AddFile(inputs, folder, s.InputPath);
+            AddOrder(inputs, folder, s.FromOrder);
+            break;
+        case InputKind::Lc:
+            AddFile(inputs, folder, s.InputPath);
+            AddFile(inputs, folder, s.LcHalfPath);
+            break;
+        case InputKind::Zgly: AddFile(inputs, folder, s.InputPath); break;
+        case InputKind::None: break;
+        }
     }
     if (o.Output == OutputKind::Bmp) AddOrder(inputs, folder, o.ToOrder);
     AddFile(inputs, folder, o.FilterPath);
+    for (const auto& file : o.CharsFiles) AddFile(inputs, folder, file);
     return inputs;
 }

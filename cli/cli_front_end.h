@@ -5,6 +5,7 @@
 #include <string>
 
 #include "cli/options.h"
+#include "cli/run_summary.h"
 #include "core/conversion.h"
 
 class CCliFrontEnd : public CConversionFrontEnd {
@@ -16,9 +17,11 @@ public:
     void UnlockControls() override {}
     void EndRun() override {}
 
-    bool UseFilter() override { return !Options.FilterPath.empty(); }
+    bool UseFilter() override { return Options.SelectsChars(); }
     std::string FilterPathText() override { return Options.FilterPath; }
     std::string CommitFilterPath() override { return Options.FilterPath; }
+    // The union of --filter, --chars, --chars-file and --range.
+    void LoadFilter(CFontFilter& filter) override;
 
     std::unique_ptr<CFontReader> CreateReader() override;
     std::unique_ptr<CFontWriter> CreateWriter() override;
@@ -34,8 +37,11 @@ public:
 
     // The error of the run, as the message window would show it.
     const std::string& ErrorText() const { return Error; }
+    // What the finished run wrote.
+    const CRunSummary& Summary() const { return RunSummary; }
 
 private:
     const CliOptions& Options;
     std::string Error;
+    CRunSummary RunSummary;
 };

@@ -40,7 +40,7 @@ std::filesystem::path ResolveGlyphOrder(const std::string& text) {
 }
 
 
-std::unique_ptr<CFontReader> CreateReader(const CliOptions& o) {
+std::unique_ptr<CFontReader> CreateSourceReader(const CliSource& o) {
     switch (o.Input) {
     case InputKind::Zgly: return std::make_unique<CZarnicFontReader>(o.InputPath);
     case InputKind::Bmp: return std::make_unique<CBmpFontReader>(o.InputPath, ResolveGlyphOrder(o.FromOrder), o.BmpBpp);

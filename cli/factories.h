@@ -7,6 +7,7 @@
 #include <string>
 
 #include "cli/options.h"
+#include "cli/run_summary.h"
 #include "core/font_io.h"
 
 // An .xlor path as given, or the shipped order of that name (with or without
@@ -14,5 +15,9 @@
 std::filesystem::path ResolveGlyphOrder(const std::string& text);
 
 // Throw the panels' parameter messages as CGeneralException.
-std::unique_ptr<CFontReader> CreateReader(const CliOptions& options);
+// One source's reader, as the input panel builds it.
+std::unique_ptr<CFontReader> CreateSourceReader(const CliSource& source);
+// The run's reader: the one source's, or all sources merged (first one wins).
+// summary, when given, gets the source names and later the glyphs each gave.
+std::unique_ptr<CFontReader> CreateReader(const CliOptions& options, CRunSummary* summary = nullptr);
 std::unique_ptr<CFontWriter> CreateWriter(const CliOptions& options);

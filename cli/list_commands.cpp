@@ -52,15 +52,20 @@ void RunListFonts(bool json, std::FILE* out) {
     std::string text = json ? "[" : "";
     bool first = true;
     for (const auto& face : ListInstalledFaces()) {
-        std::string sizes;
+        std::string sizes, styles, stylesJson;
         for (int s : face.PixelSizes) sizes += (sizes.empty() ? "" : ",") + std::to_string(s);
+        for (const auto& s : face.Styles) {
+            styles += (styles.empty() ? "" : ",") + s;
+            stylesJson += (stylesJson.empty() ? "" : ",") + JsonString(s);
+        }
         if (json) {
             text += std::string(first ? "" : ",") + "{\"family\":" + JsonString(face.Family) +
                     ",\"scalable\":" + (face.Scalable ? "true" : "false") + ",\"sizes\":[" + sizes +
-                    "],\"vertical\":" + (face.HasVerticalForms ? "true" : "false") + "}";
+                    "],\"vertical\":" + (face.HasVerticalForms ? "true" : "false") + ",\"styles\":[" + stylesJson +
+                    "]}";
         } else {
-            text += face.Family + "\t" + (face.Scalable ? "scalable" : "bitmap " + sizes) +
-                    (face.HasVerticalForms ? "\t@" + face.Family : "") + "\n";
+            text += face.Family + "\t" + (face.Scalable ? "scalable" : "bitmap " + sizes) + "\t" +
+                    (face.HasVerticalForms ? "@" + face.Family : "") + "\t" + styles + "\n";
         }
         first = false;
     }

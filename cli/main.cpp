@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <filesystem>
 #include <new>
 #include <string>
 #include <vector>
@@ -33,12 +34,21 @@ int RunConvert(const CliOptions& options) {
     CCliPgCtrl::InstallInterruptHandler();
     CCliFrontEnd frontEnd(options);
     ConversionOutcome outcome;
+    int warnings = 0;
     {
         CCliPgCtrl pg(stderr, options.Quiet, ::isatty(STDERR_FILENO) != 0);
         outcome = RunConversion(frontEnd, pg);
+        warnings = pg.WarningCount();
     }
     switch (outcome) {
-    case ConversionOutcome::Finished: return ExitDone;
+    case ConversionOutcome::Finished:
+        if (!options.Quiet) {
+            std::error_code ec;
+            const auto size = std::filesystem::file_size(options.OutputPath, ec);
+            std::fprintf(stderr, "%s\n",
+                         SummaryLine(frontEnd.Summary(), options.OutputPath, ec ? 0 : size, warnings).c_str());
+        }
+        return ExitDone;
     case ConversionOutcome::Canceled: return ExitCanceled;
     case ConversionOutcome::Failed: break;
     }

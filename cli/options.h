@@ -15,15 +15,14 @@ enum class OutputKind { None, Zgly, Bmp };
 // A parameter the user did not give; the font's own value is used.
 inline constexpr int CliNotGiven = 0xFFFF;
 
-struct CliOptions {
-    CliCommand Command = CliCommand::Help;
-
-    // convert: input
+// One font source of a convert run; each --from-... starts one.
+struct CliSource {
     InputKind Input = InputKind::None;
     std::string InputPath;         // --from-zgly, --from-bmp, --from-lc
     std::string FromOrder;         // --from-order
     int BmpBpp = 1;                // --colors 2|4|8|16
     std::string FontFace;          // --from-font
+    std::string FontStyle;         // --style
     int FontSize = 0;              // negative: character height (--size); positive: cell height
     int FontSizeGiven = 0;         // the number as typed after --size or --cell-height
     int FontBpp = 1;               // --levels 2|4|8|16
@@ -34,6 +33,20 @@ struct CliOptions {
     bool LcMainFixed = true;
     bool LcHalfFixed = true;
     bool LcVertical = false;
+};
+
+// Code points FIRST..LAST of a --range, both included.
+struct CliCodeRange {
+    uint32_t First = 0;
+    uint32_t Last = 0;
+};
+
+struct CliOptions {
+    CliCommand Command = CliCommand::Help;
+
+    // convert: the sources in the order given; the first one that has a
+    // character supplies it.
+    std::vector<CliSource> Sources;
 
     // convert: output
     OutputKind Output = OutputKind::None;
@@ -52,7 +65,14 @@ struct CliOptions {
     int CellWidth = -1, CellHeight = -1, OffsetLeft = 0, OffsetTop = 0, MarginRight = 0, MarginBottom = 0;
 
     std::string FilterPath;
+    bool FilterGiven = false;      // --filter, even with an empty path
+    std::vector<std::string> Chars;       // --chars, each as typed
+    std::vector<std::string> CharsFiles;  // --chars-file
+    std::vector<CliCodeRange> Ranges;     // --range
     bool Quiet = false;
+
+    // Any of --filter, --chars, --chars-file, --range.
+    bool SelectsChars() const { return FilterGiven || !Chars.empty() || !CharsFiles.empty() || !Ranges.empty(); }
 
     // info, list-orders, list-fonts; preview reads InfoPath too
     std::string InfoPath;

@@ -3,6 +3,7 @@
 #include <exception>
 #include <new>
 
+#include "core/char_selection.h"
 #include "core/font_data.h"
 #include "core/font_filter.h"
 #include "core/general_exception.h"
@@ -32,6 +33,13 @@ void ShowError(CConversionFrontEnd& ui, CPgCtrl& pg, const std::string& text) {
 
 }  // namespace
 
+void CConversionFrontEnd::LoadFilter(CFontFilter& filter) {
+    std::string path = CommitFilterPath();
+    if (path.empty())
+        throw CGeneralException("Parameter Error:\n \"Use Filter\" checked, but filter file path not specified.");
+    LoadFilterFile(filter, path);
+}
+
 ConversionOutcome RunConversion(CConversionFrontEnd& ui, CPgCtrl& pg) {
     CPgCtrlScope scope(&pg);
     auto font = std::make_unique<CFontData>();
@@ -60,10 +68,7 @@ ConversionOutcome RunConversion(CConversionFrontEnd& ui, CPgCtrl& pg) {
         writer->LoadGlyphOrder(*order);
         if (useFilter) {
             pg.SetStatus(" Filter Loading...");
-            std::string path = ui.CommitFilterPath();
-            if (path.empty())
-                throw CGeneralException("Parameter Error:\n \"Use Filter\" checked, but filter file path not specified.");
-            filter->Load(path);
+            ui.LoadFilter(*filter);
         }
         filter->RestrictToOrder(*order);
         reader->Read(*font, *filter);

@@ -7,6 +7,7 @@
 
 #include "core/font_io.h"
 
+class CFontFilter;
 class CPgCtrl;
 
 class CConversionFrontEnd {
@@ -27,6 +28,9 @@ public:
     virtual std::string FilterPathText() = 0;
     // Commits the filter field's text to its history and returns it.
     virtual std::string CommitFilterPath() = 0;
+    // Fills the run's filter once "Use Filter" is on: by default from the
+    // committed filter path (an .xllt file, or a .txt file of characters).
+    virtual void LoadFilter(CFontFilter& filter);
 
     // The current input panel's reader and output panel's writer; either may
     // throw its panel's parameter messages.

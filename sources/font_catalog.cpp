@@ -18,6 +18,7 @@ struct Family {
     std::set<int> PixelSizes;
     bool HasVerticalForms = false;
     std::string CheckedFile;
+    std::set<std::string> Styles;
 };
 
 std::string Lower(const std::string& s) {
@@ -62,7 +63,8 @@ std::vector<FontFaceInfo> ListInstalledFaces() {
     if (!FcInit()) return result;
     std::unique_ptr<FcPattern, decltype(&FcPatternDestroy)> pattern(FcPatternCreate(), FcPatternDestroy);
     std::unique_ptr<FcObjectSet, decltype(&FcObjectSetDestroy)> objects(
-        FcObjectSetBuild(FC_FAMILY, FC_SCALABLE, FC_OUTLINE, FC_PIXEL_SIZE, FC_FILE, FC_INDEX, FC_LANG, nullptr),
+        FcObjectSetBuild(FC_FAMILY, FC_SCALABLE, FC_OUTLINE, FC_PIXEL_SIZE, FC_FILE, FC_INDEX, FC_LANG, FC_STYLE,
+                         nullptr),
         FcObjectSetDestroy);
     std::unique_ptr<FcFontSet, decltype(&FcFontSetDestroy)> fonts(
         FcFontList(nullptr, pattern.get(), objects.get()), FcFontSetDestroy);
@@ -83,6 +85,9 @@ std::vector<FontFaceInfo> ListInstalledFaces() {
         FcChar8* name = nullptr;
         for (int n = 0; FcPatternGetString(font, FC_FAMILY, n, &name) == FcResultMatch; ++n) {
             Family& f = families[reinterpret_cast<const char*>(name)];
+            // A family's fonts name their style in several languages; the first is the usual one.
+            if (FcChar8* style = nullptr; FcPatternGetString(font, FC_STYLE, 0, &style) == FcResultMatch)
+                f.Styles.insert(reinterpret_cast<const char*>(style));
             f.Scalable = f.Scalable || isScalable;
             double px = 0;
             for (int k = 0; !isScalable && FcPatternGetDouble(font, FC_PIXEL_SIZE, k, &px) == FcResultMatch; ++k)
@@ -102,6 +107,7 @@ std::vector<FontFaceInfo> ListInstalledFaces() {
         info.Scalable = f.Scalable;
         if (!f.Scalable) info.PixelSizes.assign(f.PixelSizes.begin(), f.PixelSizes.end());
         info.HasVerticalForms = f.HasVerticalForms;
+        info.Styles.assign(f.Styles.begin(), f.Styles.end());
         result.push_back(std::move(info));
     }
     std::stable_sort(result.begin(), result.end(), [](const FontFaceInfo& a, const FontFaceInfo& b) {

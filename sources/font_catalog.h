@@ -11,6 +11,8 @@ struct FontFaceInfo {
     std::vector<int> PixelSizes;
     // The face has vertical alternate forms, so "@Family" is offered too.
     bool HasVerticalForms = false;
+    // The family's styles ("Book", "Bold", ...), sorted, each once.
+    std::vector<std::string> Styles;
 };
 
 // Every installed family once, sorted case-insensitively.

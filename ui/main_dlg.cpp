@@ -117,7 +117,7 @@ void CMainDlg::BuildLayout() {
     auto* filterRow = MakeChild<QHBoxLayout>(FilterBox);
     UseFilterCheck = MakeChild<QCheckBox>(FilterBox, "&Use Filter");
     FilterField = MakeChild<CPathCombo>(
-        FilterBox, Settings, PathFieldKind{"FilterPath", "Filter List (*.xllt);;all files (*.*)", "xllt", true});
+        FilterBox, Settings, PathFieldKind{"FilterPath", "Filter List (*.xllt);;Characters as text (*.txt);;all files (*.*)", "xllt", true});
     filterRow->addWidget(UseFilterCheck);
     filterRow->addWidget(FilterField->Combo(), 1);
     filterRow->addWidget(FilterField->Button());

@@ -1,0 +1,268 @@
+#include "cli/convert_options.h"
+
+#include <cerrno>
+#include <cstdint>
+#include <cstdlib>
+#include <map>
+#include <optional>
+#include <set>
+
+namespace {
+
+// Options that take a value, and the flags that take none.
+const std::set<std::string> ValueOptions = {
+    "--from-zgly", "--from-bmp",     "--from-order",    "--colors",       "--from-font", "--size",
+    "--cell-height", "--levels",     "--width",         "--fixed-width",  "--from-lc",   "--lc-half",
+    "--to-zgly",    "--encoding",    "--alt-char",      "--line-height",  "--default-left", "--default-width",
+    "--default-right", "--rotation", "--to-bmp",        "--to-order",     "--cell",      "--offset",
+    "--margins",    "--filter",      "--style",         "--chars",        "--chars-file", "--range"};
+const std::set<std::string> FlagOptions = {"--no-soft-aa", "--lc-proportional", "--lc-half-proportional",
+                                           "--vertical",   "--no-grid",         "--quiet"};
+// Each of these starts a source (or completes an LC source that has only the other file).
+const std::set<std::string> SourceStarts = {"--from-zgly", "--from-bmp", "--from-font", "--from-lc", "--lc-half"};
+// The characters may be listed many times; the run takes them all.
+const std::set<std::string> Repeatable = {"--chars", "--chars-file", "--range"};
+
+// Which input or output an option belongs to.
+const std::map<std::string, InputKind> InputOwner = {
+    {"--from-order", InputKind::Bmp},   {"--colors", InputKind::Bmp},        {"--size", InputKind::Font},
+    {"--cell-height", InputKind::Font}, {"--levels", InputKind::Font},       {"--width", InputKind::Font},
+    {"--fixed-width", InputKind::Font}, {"--no-soft-aa", InputKind::Font},   {"--lc-proportional", InputKind::Lc},
+    {"--lc-half-proportional", InputKind::Lc}, {"--vertical", InputKind::Lc}, {"--style", InputKind::Font}};
+const std::map<std::string, OutputKind> OutputOwner = {
+    {"--encoding", OutputKind::Zgly},     {"--alt-char", OutputKind::Zgly},     {"--line-height", OutputKind::Zgly},
+    {"--default-left", OutputKind::Zgly}, {"--default-width", OutputKind::Zgly}, {"--default-right", OutputKind::Zgly},
+    {"--rotation", OutputKind::Zgly},     {"--to-order", OutputKind::Bmp},      {"--no-grid", OutputKind::Bmp},
+    {"--cell", OutputKind::Bmp},          {"--offset", OutputKind::Bmp},        {"--margins", OutputKind::Bmp}};
+
+const char* const NeedsInput = "convert needs an input (--from-zgly, --from-bmp, --from-font or --from-lc)";
+const char* const NeedsOutput = "convert needs an output (--to-zgly or --to-bmp)";
+
+[[noreturn]] void Fail(const std::string& text) { throw CUsageError(text); }
+
+int ParseChoice(const std::string& option, const std::string& text, const std::vector<std::string>& choices) {
+    for (std::size_t i = 0; i < choices.size(); ++i)
+        if (text == choices[i]) return static_cast<int>(i);
+    std::string list;
+    for (const auto& c : choices) list += (list.empty() ? "" : "|") + c;
+    Fail(option + " takes " + list + ", not '" + text + "'");
+}
+
+// "a,b" or "a,b,c,d", or "WxH".
+std::vector<int> ParseList(const std::string& option, const std::string& text, char sep) {
+    std::vector<int> values;
+    std::size_t start = 0;
+    for (;;) {
+        std::size_t at = text.find(sep, start);
+        values.push_back(ParseIntOption(option, text.substr(start, at - start)));
+        if (at == std::string::npos) break;
+        start = at + 1;
+    }
+    return values;
+}
+
+const std::vector<std::string> Levels = {"2", "4", "8", "16"};
+
+// A source as it is being parsed: the options it has seen and the two size
+// options, which only make sense together.
+struct SourceDraft {
+    CliSource Source;
+    std::set<std::string> Seen;
+    std::optional<int> Size, CellHeight;
+    std::string LcMain;
+};
+
+// --from-lc and --lc-half make one LC source when the current one lacks the other file.
+bool CompletesLcSource(const std::vector<SourceDraft>& drafts, const std::string& name) {
+    if (drafts.empty() || drafts.back().Source.Input != InputKind::Lc) return false;
+    return (name == "--from-lc" || name == "--lc-half") && !drafts.back().Seen.count(name);
+}
+
+void ApplySourceOption(SourceDraft& d, const std::string& name, const std::string& value) {
+    CliSource& s = d.Source;
+    if (name == "--from-zgly") { s.Input = InputKind::Zgly; s.InputPath = value; }
+    else if (name == "--from-bmp") { s.Input = InputKind::Bmp; s.InputPath = value; }
+    else if (name == "--from-font") { s.Input = InputKind::Font; s.FontFace = value; }
+    else if (name == "--from-lc") { s.Input = InputKind::Lc; d.LcMain = value; }
+    else if (name == "--lc-half") { s.Input = InputKind::Lc; s.LcHalfPath = value; }
+    else if (name == "--from-order") s.FromOrder = value;
+    else if (name == "--colors") s.BmpBpp = 1 + ParseChoice(name, value, Levels);
+    else if (name == "--size") d.Size = ParseIntOption(name, value);
+    else if (name == "--cell-height") d.CellHeight = ParseIntOption(name, value);
+    else if (name == "--levels") s.FontBpp = 1 + ParseChoice(name, value, Levels);
+    else if (name == "--width") s.WidthType = ParseChoice(name, value, {"glyph", "keep-space", "margin", "fixed"});
+    else if (name == "--fixed-width") s.FixedWidth = ParseIntOption(name, value);
+    else if (name == "--no-soft-aa") s.SoftAA = false;
+    else if (name == "--style") s.FontStyle = value;
+    else if (name == "--lc-proportional") s.LcMainFixed = false;
+    else if (name == "--lc-half-proportional") s.LcHalfFixed = false;
+    else if (name == "--vertical") s.LcVertical = true;
+}
+
+struct OutputFlags {
+    bool Cell = false, Offset = false, Margins = false;
+};
+
+void ApplyOutputOption(CliOptions& o, OutputFlags& f, const std::string& name, const std::string& value) {
+    auto setOutput = [&](OutputKind kind) {
+        if (o.Output != OutputKind::None) Fail("give exactly one output (" + name + " is a second one)");
+        o.Output = kind;
+        o.OutputPath = value;
+    };
+    if (name == "--to-zgly") setOutput(OutputKind::Zgly);
+    else if (name == "--to-bmp") setOutput(OutputKind::Bmp);
+    else if (name == "--encoding") o.Encoding = ParseChoice(name, value, {"utf-8", "utf-16", "shift_jis", "cp1252"});
+    else if (name == "--alt-char") { o.AltCharGiven = true; o.AltCharText = value; }
+    else if (name == "--line-height") o.LineHeight = ParseIntOption(name, value);
+    else if (name == "--default-left") o.DefaultLeft = ParseIntOption(name, value);
+    else if (name == "--default-width") o.DefaultWidth = ParseIntOption(name, value);
+    else if (name == "--default-right") o.DefaultRight = ParseIntOption(name, value);
+    else if (name == "--rotation") o.Rotation = ParseChoice(name, value, {"0", "90", "180", "270"});
+    else if (name == "--to-order") o.ToOrder = value;
+    else if (name == "--no-grid") o.DrawGrid = false;
+    else if (name == "--cell") {
+        auto v = ParseList(name, value, 'x');
+        if (v.size() != 2) Fail("--cell takes WxH, not '" + value + "'");
+        o.CellWidth = v[0];
+        o.CellHeight = v[1];
+        f.Cell = true;
+    } else if (name == "--offset") {
+        auto v = ParseList(name, value, ',');
+        if (v.size() != 2) Fail("--offset takes X,Y, not '" + value + "'");
+        o.OffsetLeft = v[0];
+        o.OffsetTop = v[1];
+        f.Offset = true;
+    } else if (name == "--margins") {
+        auto v = ParseList(name, value, ',');
+        if (v.size() != 2 && v.size() != 4) Fail("--margins takes L,T or L,T,R,B, not '" + value + "'");
+        o.OffsetLeft = v[0];
+        o.OffsetTop = v[1];
+        o.MarginRight = v.size() == 4 ? v[2] : v[0];
+        o.MarginBottom = v.size() == 4 ? v[3] : v[1];
+        f.Margins = true;
+    } else if (name == "--filter") { o.FilterPath = value; o.FilterGiven = true; }
+    else if (name == "--chars") o.Chars.push_back(value);
+    else if (name == "--chars-file") o.CharsFiles.push_back(value);
+    else if (name == "--range") o.Ranges.push_back(ParseCodeRange(value));
+    else if (name == "--quiet") o.Quiet = true;
+}
+
+// Checks a parsed source and settles its size; later font sources without a
+// size or levels of their own take the first font source's.
+void FinishSource(SourceDraft& d, std::size_t number, std::size_t count, const CliSource* firstFont) {
+    CliSource& s = d.Source;
+    const std::string which = count > 1 ? " (source " + std::to_string(number) + ")" : "";
+    for (const auto& name : d.Seen)
+        if (auto in = InputOwner.find(name); in != InputOwner.end() && in->second != s.Input)
+            Fail(name + " does not apply to this input" + which);
+    if (s.Input == InputKind::Lc) s.InputPath = d.LcMain;
+    if (s.Input == InputKind::Bmp && s.FromOrder.empty()) Fail("--from-bmp needs --from-order" + which);
+    if (s.Input != InputKind::Font) return;
+    if (firstFont && !d.Size && !d.CellHeight) {
+        s.FontSize = firstFont->FontSize;
+        s.FontSizeGiven = firstFont->FontSizeGiven;
+    } else {
+        if (d.Size.has_value() == d.CellHeight.has_value())
+            Fail("--from-font needs exactly one of --size and --cell-height" + which);
+        // "Use Windows Size" passes the character height as a negative size.
+        s.FontSizeGiven = d.Size ? *d.Size : *d.CellHeight;
+        s.FontSize = d.Size ? -*d.Size : *d.CellHeight;
+    }
+    if (firstFont && !d.Seen.count("--levels")) s.FontBpp = firstFont->FontBpp;
+}
+
+uint32_t ParseCode(const std::string& text, const std::string& whole) {
+    std::string digits = text;
+    int base = 10;
+    if (digits.rfind("U+", 0) == 0 || digits.rfind("u+", 0) == 0 || digits.rfind("0x", 0) == 0 ||
+        digits.rfind("0X", 0) == 0) {
+        digits = digits.substr(2);
+        base = 16;
+    }
+    const char* allowed = base == 16 ? "0123456789abcdefABCDEF" : "0123456789";
+    if (digits.empty() || digits.size() > 8 || digits.find_first_not_of(allowed) != std::string::npos)
+        Fail("--range takes FIRST-LAST or CODE (as U+3041, 0x3041 or 12353), not '" + whole + "'");
+    unsigned long v = std::strtoul(digits.c_str(), nullptr, base);
+    if (v > 0x10FFFF) Fail("--range: '" + text + "' is beyond U+10FFFF");
+    return static_cast<uint32_t>(v);
+}
+
+}  // namespace
+
+int ParseIntOption(const std::string& option, const std::string& text) {
+    errno = 0;
+    char* end = nullptr;
+    long v = std::strtol(text.c_str(), &end, 10);
+    if (text.empty() || *end != '\0' || errno == ERANGE || v < -2147483647L || v > 2147483647L)
+        Fail(option + " needs a whole number, not '" + text + "'");
+    return static_cast<int>(v);
+}
+
+CliCodeRange ParseCodeRange(const std::string& text) {
+    std::size_t dash = text.find('-');
+    CliCodeRange r;
+    r.First = ParseCode(text.substr(0, dash), text);
+    r.Last = dash == std::string::npos ? r.First : ParseCode(text.substr(dash + 1), text);
+    if (r.Last < r.First) Fail("--range '" + text + "' ends before it starts");
+    return r;
+}
+
+CliOptions ParseConvertOptions(const std::vector<std::string>& args) {
+    CliOptions o;
+    o.Command = CliCommand::Convert;
+    std::set<std::string> seen;
+    std::vector<SourceDraft> drafts;
+    SourceDraft before;  // source options given before the first --from-...
+    OutputFlags flags;
+
+    for (std::size_t i = 0; i < args.size(); ++i) {
+        std::string name = args[i], value;
+        if (name.empty() || name[0] != '-')
+            Fail("'" + name + "' is not an option. " + NeedsInput + " and an output (--to-zgly or --to-bmp), " +
+                 "each followed by its file or face");
+        if (auto eq = name.find('='); name.rfind("--", 0) == 0 && eq != std::string::npos) {
+            value = name.substr(eq + 1);
+            name = name.substr(0, eq);
+            if (!ValueOptions.count(name)) Fail(name + " takes no value");
+        } else if (ValueOptions.count(name)) {
+            if (i + 1 >= args.size()) Fail(name + " needs a value");
+            value = args[++i];
+        } else if (!FlagOptions.count(name)) {
+            Fail("unknown option '" + name + "'");
+        }
+
+        if (SourceStarts.count(name)) {
+            // Source options given before the first source belong to it.
+            if (!CompletesLcSource(drafts, name)) drafts.push_back(drafts.empty() ? std::move(before) : SourceDraft{});
+        }
+        if (SourceStarts.count(name) || InputOwner.count(name)) {
+            SourceDraft& d = drafts.empty() ? before : drafts.back();
+            if (!d.Seen.insert(name).second) Fail(name + " is given twice");
+            ApplySourceOption(d, name, value);
+        } else {
+            if (!Repeatable.count(name) && !seen.insert(name).second) Fail(name + " is given twice");
+            ApplyOutputOption(o, flags, name, value);
+        }
+    }
+
+    if (drafts.empty()) Fail(NeedsInput);
+    if (o.Output == OutputKind::None) Fail(NeedsOutput);
+    const CliSource* firstFont = nullptr;
+    for (std::size_t n = 0; n < drafts.size(); ++n) {
+        FinishSource(drafts[n], n + 1, drafts.size(), firstFont);
+        if (!firstFont && drafts[n].Source.Input == InputKind::Font) firstFont = &drafts[n].Source;
+    }
+    for (auto& d : drafts) o.Sources.push_back(std::move(d.Source));
+    for (const auto& name : seen)
+        if (auto out = OutputOwner.find(name); out != OutputOwner.end() && out->second != o.Output)
+            Fail(name + " does not apply to this output");
+    if (o.Output == OutputKind::Bmp && o.ToOrder.empty()) Fail("--to-bmp needs --to-order");
+    if (flags.Cell && flags.Margins) Fail("--cell and --margins exclude each other");
+    if (flags.Offset && !flags.Cell) Fail("--offset needs --cell");
+    if (flags.Cell) {
+        o.MarginRight = o.MarginBottom = 0;
+        // Without an offset the glyphs are centred in their cells.
+        if (!flags.Offset) o.OffsetLeft = o.OffsetTop = -1;
+    }
+    return o;
+}

@@ -1,0 +1,34 @@
+// The one line a finished convert prints: what was written and how it went.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "core/font_io.h"
+
+struct CRunSummary {
+    std::vector<std::string> SourceNames;
+    std::vector<std::size_t> SourceGlyphs;  // per source, when there are several
+    std::size_t Glyphs = 0;
+    int CellWidth = 0, CellHeight = 0, Bpp = 0;
+};
+
+// "Wrote PATH: N glyphs (A: n1, B: n2), cell WxH, B bits per pixel, S bytes, W warnings"
+std::string SummaryLine(const CRunSummary& summary, const std::string& path, std::uintmax_t fileSize, int warnings);
+
+// A writer that notes the prepared font's glyph count, cell and depth in the
+// summary, then lets the real writer write.
+class CSummaryWriter : public CFontWriter {
+public:
+    CSummaryWriter(std::unique_ptr<CFontWriter> inner, CRunSummary& summary);
+    void CheckParameters() override { Inner->CheckParameters(); }
+    void LoadGlyphOrder(CGlyphOrder& order) override { Inner->LoadGlyphOrder(order); }
+    void Write(CFontData& font, const CGlyphOrder& order) override;
+
+private:
+    std::unique_ptr<CFontWriter> Inner;
+    CRunSummary& Summary;
+};

@@ -1,0 +1,29 @@
+// The characters of a run given as text, text files, code ranges and filter
+// files; their union fills the run's filter.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+class CFontFilter;
+
+struct CharSelection {
+    bool UseFilterFile = false;  // a filter file was named, perhaps as an empty path
+    std::filesystem::path FilterFile;
+    std::vector<std::string> Texts;                  // UTF-8
+    std::vector<std::filesystem::path> TextFiles;    // UTF-8 text files
+    std::vector<std::pair<uint32_t, uint32_t>> Ranges;  // code points, both ends included
+};
+
+// Fills the filter with the union of everything the selection names, as a
+// loaded filter file does: the space is always included. Characters above
+// U+FFFF are skipped with one warning each. Throws "Parameter Error:" for a
+// missing file or text that is not UTF-8, "XML Error:" for a bad filter file.
+void LoadCharSelection(CFontFilter& filter, const CharSelection& selection);
+
+// A filter file as the window's filter field names it: a .txt file holds the
+// characters as text, anything else is an .xllt filter file.
+void LoadFilterFile(CFontFilter& filter, const std::filesystem::path& path);

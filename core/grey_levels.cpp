@@ -1,0 +1,40 @@
+#include "core/grey_levels.h"
+
+#include <cstdint>
+#include <vector>
+
+#include "core/font_data.h"
+
+namespace {
+
+uint32_t ReadPixel(const std::vector<uint8_t>& bytes, std::size_t index, int bpp) {
+    uint32_t v = 0;
+    std::size_t bit = index * static_cast<std::size_t>(bpp);
+    for (int k = 0; k < bpp; ++k, ++bit) v = (v << 1) | ((bytes[bit / 8] >> (7 - bit % 8)) & 1u);
+    return v;
+}
+
+void WritePixel(std::vector<uint8_t>& bytes, std::size_t index, int bpp, uint32_t v) {
+    std::size_t bit = index * static_cast<std::size_t>(bpp);
+    for (int k = bpp - 1; k >= 0; --k, ++bit)
+        if ((v >> k) & 1u) bytes[bit / 8] = static_cast<uint8_t>(bytes[bit / 8] | (0x80u >> (bit % 8)));
+}
+
+}  // namespace
+
+void RescaleGlyphLevels(CGlyph& glyph, int bpp) {
+    const int from = glyph.Bpp;
+    if (from == bpp || from < 1 || from > 8 || bpp < 1 || bpp > 8) return;
+    const long long w = glyph.Ink.Width(), h = glyph.Ink.Height();
+    std::size_t count = w > 0 && h > 0 ? static_cast<std::size_t>(w * h) : 0;
+    // A short buffer keeps its pixels; the missing ones stay background.
+    if (count * static_cast<std::size_t>(from) > glyph.Pixels.size() * 8) count = glyph.Pixels.size() * 8 / from;
+    const uint32_t fromMax = (1u << from) - 1, toMax = (1u << bpp) - 1;
+    glyph.Bpp = bpp;
+    std::vector<uint8_t> out(glyph.PixelBytes(), 0);
+    for (std::size_t i = 0; i < count; ++i) {
+        uint32_t v = ReadPixel(glyph.Pixels, i, from);
+        WritePixel(out, i, bpp, (v * toMax + fromMax / 2) / fromMax);
+    }
+    glyph.Pixels = std::move(out);
+}

@@ -1,0 +1,10 @@
+// A named style ("Bold", "Oblique", ...) of an installed family.
+#pragma once
+
+#include <string>
+
+#include "sources/font_face.h"
+
+// The file of the family's style (both case-insensitive); false when the
+// family is not installed or has no such style.
+bool ResolveFamilyStyle(const std::string& family, const std::string& style, FontLocation& out);
