@@ -239,7 +239,8 @@ Recipe LoadRecipe(const fs::path& path) {
         RecipeFont font = reader.ReadFont(*node.as_table());
         fs::path out = (recipe.Folder / font.Options.OutputPath).lexically_normal();
         if (auto [at, added] = outputs.emplace(out, font.Line); !added)
-            reader.Fail(font.Line, "[[font]]: " + font.Options.OutputPath + " is also the output of the font at line " +
+            reader.Fail(font.Line, "[[font]]: " + out.lexically_proximate(recipe.Folder).string() +
+                                       " is also the output of the font at line " +
                                        std::to_string(at->second));
         if (font.Label.empty()) font.Label = out.lexically_proximate(recipe.Folder).string();
         recipe.Fonts.push_back(std::move(font));
