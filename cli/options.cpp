@@ -126,6 +126,8 @@ CliOptions ParseCommandLine(const std::vector<std::string>& args) {
 
 const char* UsageHint() {
     return "usage: glyphwright-cli convert INPUT OUTPUT [--filter FILE.xllt] [--quiet]\n"
+           "       glyphwright-cli convert --settings FILE.ini [OPTIONS]\n"
+           "       glyphwright-cli build [RECIPE] [--jobs N] [--force] [--dry-run] [--quiet]\n"
            "       glyphwright-cli info FILE.zgly [--json]\n"
            "       glyphwright-cli preview FILE.zgly (--text TEXT | --sheet) --out FILE.png [--zoom N] [--guides]\n"
            "       glyphwright-cli list-orders [--json] | list-fonts [--json]\n"
@@ -157,6 +159,12 @@ const char* HelpText() {
            "  Zoom 2, black ink on white paper unless given; --guides adds baselines, cell boxes and advances.\n"
            "glyphwright-cli list-orders [--json]    the shipped glyph order files\n"
            "glyphwright-cli list-fonts [--json]     the installed font families\n"
+           "glyphwright-cli convert --settings FILE.ini [OPTIONS]\n"
+           "  Runs the conversion a settings file of the window describes (its selected tabs and\n"
+           "  fields); OPTIONS override the file's values.\n"
+           "glyphwright-cli build [RECIPE] [--jobs N] [--force] [--dry-run] [--quiet]\n"
+           "  Builds every [[font]] of a TOML recipe (default ./glyphwright.toml) in parallel, skipping\n"
+           "  fonts whose output, inputs and keys are unchanged; see man glyphwright-cli.\n"
            "glyphwright-cli --help | --version\n"
            "\n"
            "Exit status: 0 done, 1 conversion error (message on stderr), 2 usage error, 130 cancelled (Ctrl-C).\n";

@@ -6,7 +6,9 @@ install(FILES ${CMAKE_SOURCE_DIR}/data/completion/glyphwright-cli
 if(IS_DIRECTORY ${CMAKE_SOURCE_DIR}/data/filters)
   install(DIRECTORY ${CMAKE_SOURCE_DIR}/data/filters/ DESTINATION share/glyphwright/filters)
 endif()
-install(DIRECTORY ${CMAKE_SOURCE_DIR}/examples/ DESTINATION share/doc/glyphwright/examples)
+# The example recipe with its inputs, never what a build of it left there.
+install(DIRECTORY ${CMAKE_SOURCE_DIR}/examples/ DESTINATION share/doc/glyphwright/examples
+  PATTERN fonts EXCLUDE PATTERN ".*" EXCLUDE)
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME glyphwright)
@@ -19,6 +21,8 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION graphics)
 # The run-time libraries come from what the programs link.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+# Loaded at run time, so the libraries do not tell: the window's display plugins.
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "qt6-qpa-plugins")
 # fontconfig finds no face at all without some font installed.
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "fonts-dejavu-core")
 set(CPACK_STRIP_FILES ON)

@@ -3,6 +3,7 @@
 # in 16 grey levels becomes a ZGLY font and a Latin1 glyph grid, the grid is read
 # back, the font is re-encoded, and IPAGothic becomes a Shift_JIS font, upright
 # and vertical. Previews drawn from the ZGLY files alone show the results.
+# Last, the example game recipe is built (twice: the second run makes nothing).
 # Everything lands in out/.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -51,4 +52,17 @@ ja='いろはにほへと、ちりぬるを。\n日本語の縦書き「テス�
 "$cli" preview out/demo.zgly --sheet --zoom 1 --out out/demo-sheet.png
 ls -l out/*.png
 
-step "Done: $(ls out/demo*.zgly out/demo*.bmp out/demo*.png | tr '\n' ' ')"
+step "A game's fonts from one recipe (examples/game, copied to out/game): UI font (DejaVu Sans + IPAGothic, characters from the game's text), vertical captions, a grid-drawn pixel font"
+rm -rf out/game && mkdir -p out/game && cp -r examples/game/art examples/game/text examples/game/glyphwright.toml out/game/
+"$cli" build out/game/glyphwright.toml
+echo "-- again, nothing changed:"
+"$cli" build out/game/glyphwright.toml
+echo "-- the Japanese text edited: only the fonts that read it are made again"
+echo "新しい台詞。" >> out/game/text/ja.txt
+"$cli" build out/game/glyphwright.toml
+"$cli" preview out/game/fonts/ui.zgly --zoom 2 --out out/game-ui-preview.png \
+  --text "$(head -n 2 out/game/text/en.txt | paste -sd' ')\\n$(head -n 3 out/game/text/ja.txt | paste -sd' ')"
+"$cli" preview out/game/fonts/pixel.zgly --zoom 4 --out out/game-pixel-preview.png --text 'HP 120/120  MP 45/60'
+ls -l out/game/fonts out/game-*.png
+
+step "Done: $(ls out/demo*.zgly out/demo*.bmp out/demo*.png out/game-*.png | tr '\n' ' ')"
