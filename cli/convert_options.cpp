@@ -209,6 +209,8 @@ CliCodeRange ParseCodeRange(const std::string& text) {
 
 CliOptions ParseConvertOptions(const std::vector<std::string>& args) {
     CliOptions o;
+    for (const auto& a : args)
+        if (a == "--help" || a == "-h") return o;  // the help, with convert's examples
     o.Command = CliCommand::Convert;
     std::set<std::string> seen;
     std::vector<SourceDraft> drafts;

@@ -43,10 +43,11 @@ int RunConvert(const CliOptions& options) {
     switch (outcome) {
     case ConversionOutcome::Finished:
         if (!options.Quiet) {
+            CRunSummary summary = frontEnd.Summary();
+            if (options.Output == OutputKind::Zgly) summary.TakeFromZglyFile(options.OutputPath);
             std::error_code ec;
             const auto size = std::filesystem::file_size(options.OutputPath, ec);
-            std::fprintf(stderr, "%s\n",
-                         SummaryLine(frontEnd.Summary(), options.OutputPath, ec ? 0 : size, warnings).c_str());
+            std::fprintf(stderr, "%s\n", SummaryLine(summary, options.OutputPath, ec ? 0 : size, warnings).c_str());
         }
         return ExitDone;
     case ConversionOutcome::Canceled: return ExitCanceled;

@@ -1,6 +1,9 @@
 #include "cli/preview_command.h"
 
+#include <cstdio>
+
 #include "cli/options.h"
+#include "cli/preview_missing.h"
 #include "core/general_exception.h"
 #include "zgly/font_block_set.h"
 #include "zgly/png_writer.h"
@@ -15,6 +18,9 @@ void RunPreviewCommand(const CliOptions& options) {
     look.Guides = options.Guides;
     look.Ink = options.Ink;
     look.Paper = options.Paper;
+    if (!options.Sheet)
+        for (const auto& warning : MissingCharWarnings(set, options.PreviewText))
+            std::fprintf(stderr, "Warning: %s\n", warning.c_str());
     const CRgbImage image = options.Sheet ? renderer.DrawSheet(look) : renderer.DrawText(options.PreviewText, look);
     WritePng(options.PngPath, image);
 }

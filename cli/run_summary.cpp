@@ -1,6 +1,8 @@
 #include "cli/run_summary.h"
 
 #include "core/font_data.h"
+#include "core/general_exception.h"
+#include "zgly/zgly_info.h"
 
 namespace {
 
@@ -23,6 +25,18 @@ std::string SummaryLine(const CRunSummary& s, const std::string& path, std::uint
             Count(static_cast<std::uintmax_t>(s.Bpp), "bit per pixel", "bits per pixel") + ", " +
             Count(fileSize, "byte", "bytes") + ", " + Count(static_cast<std::uintmax_t>(warnings), "warning", "warnings");
     return line;
+}
+
+void CRunSummary::TakeFromZglyFile(const std::string& path) {
+    try {
+        const ZglyInfo info = DescribeZglyFile(path);
+        Glyphs = info.MappedCodes;
+        CellWidth = info.CellWidth;
+        CellHeight = info.CellHeight;
+        Bpp = info.Bpp;
+    } catch (const CGeneralException&) {
+        // The file was just written and checked; the font's own numbers stand.
+    }
 }
 
 CSummaryWriter::CSummaryWriter(std::unique_ptr<CFontWriter> inner, CRunSummary& summary)

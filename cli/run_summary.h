@@ -14,6 +14,10 @@ struct CRunSummary {
     std::vector<std::size_t> SourceGlyphs;  // per source, when there are several
     std::size_t Glyphs = 0;
     int CellWidth = 0, CellHeight = 0, Bpp = 0;
+
+    // A ZGLY output may hold fewer characters than the font had (those its
+    // encoding lacks are left out, with warnings): count what the file holds.
+    void TakeFromZglyFile(const std::string& path);
 };
 
 // "Wrote PATH: N glyphs (A: n1, B: n2), cell WxH, B bits per pixel, S bytes, W warnings"

@@ -40,6 +40,11 @@ CliSource ResolveFace(const CliSource& s) {
     FontLocation location;
     if (!ResolveFamilyStyle(face, s.FontStyle, location))
         ThrowError("Parameter Error:\n Font(%s) has no style %s.", face, s.FontStyle);
+    // The reader opens a file by path at its first face; a face further into a
+    // collection can not be named that way.
+    if (location.Index != 0)
+        ThrowError("Parameter Error:\n Style %s of font(%s) is face %d of a font collection(%s); give the family alone.",
+                   s.FontStyle, face, location.Index, location.File.string());
     CliSource resolved = s;
     resolved.FontFace = (vertical ? "@" : "") + location.File.string();
     return resolved;

@@ -22,19 +22,21 @@ void WritePixel(std::vector<uint8_t>& bytes, std::size_t index, int bpp, uint32_
 
 }  // namespace
 
-void RescaleGlyphLevels(CGlyph& glyph, int bpp) {
-    const int from = glyph.Bpp;
-    if (from == bpp || from < 1 || from > 8 || bpp < 1 || bpp > 8) return;
+void RescaleGlyphLevels(CGlyph& glyph, int fromBpp, int toBpp) {
+    const int stored = glyph.Bpp;
+    if (fromBpp == toBpp || fromBpp < 1 || fromBpp > 8 || toBpp < 1 || toBpp > 8 || stored < 1 || stored > 8) return;
     const long long w = glyph.Ink.Width(), h = glyph.Ink.Height();
     std::size_t count = w > 0 && h > 0 ? static_cast<std::size_t>(w * h) : 0;
     // A short buffer keeps its pixels; the missing ones stay background.
-    if (count * static_cast<std::size_t>(from) > glyph.Pixels.size() * 8) count = glyph.Pixels.size() * 8 / from;
-    const uint32_t fromMax = (1u << from) - 1, toMax = (1u << bpp) - 1;
-    glyph.Bpp = bpp;
+    if (count * static_cast<std::size_t>(stored) > glyph.Pixels.size() * 8)
+        count = glyph.Pixels.size() * 8 / static_cast<std::size_t>(stored);
+    const uint32_t fromMax = (1u << fromBpp) - 1, toMax = (1u << toBpp) - 1;
+    glyph.Bpp = stored >= toBpp ? stored : toBpp;
     std::vector<uint8_t> out(glyph.PixelBytes(), 0);
     for (std::size_t i = 0; i < count; ++i) {
-        uint32_t v = ReadPixel(glyph.Pixels, i, from);
-        WritePixel(out, i, bpp, (v * toMax + fromMax / 2) / fromMax);
+        uint32_t v = ReadPixel(glyph.Pixels, i, stored);
+        if (v > fromMax) v = fromMax;
+        WritePixel(out, i, glyph.Bpp, (v * toMax + fromMax / 2) / fromMax);
     }
     glyph.Pixels = std::move(out);
 }

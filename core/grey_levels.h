@@ -4,7 +4,9 @@
 
 class CGlyph;
 
-// Rewrites the glyph's pixels at bpp bits (1 to 8): full ink stays full ink,
-// background stays background, and the levels between keep their share of
-// full ink, rounded to the nearest level.
-void RescaleGlyphLevels(CGlyph& glyph, int bpp);
+// Moves the glyph's grey values from the levels of a fromBpp font to those of
+// a toBpp font (both 1 to 8 bits): full ink stays full ink, background stays
+// background, and the levels between keep their share of full ink, rounded to
+// the nearest level. A glyph may store its values in more bits than its font
+// has levels (one byte a pixel); it keeps that storage when the new levels fit.
+void RescaleGlyphLevels(CGlyph& glyph, int fromBpp, int toBpp);

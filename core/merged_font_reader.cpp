@@ -62,7 +62,7 @@ void CMergedFontReader::Read(CFontData& font, const CFontFilter& filter) {
         for (const auto& g : part.GetGlyphs()) {
             if (font.FindGlyph(g->Code)) continue;
             auto copy = CGlyph::CopyFrom(*g);
-            if (font.Bpp.Specified) RescaleGlyphLevels(*copy, font.Bpp.Value);
+            if (font.Bpp.Specified && part.Bpp.Specified) RescaleGlyphLevels(*copy, part.Bpp.Value, font.Bpp.Value);
             font.AddGlyph(std::move(copy), g->Code);
             ++added;
         }

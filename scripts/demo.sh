@@ -2,7 +2,8 @@
 # Installs what is missing, builds, and runs the main job: DejaVu Sans at 16 px
 # in 16 grey levels becomes a ZGLY font and a Latin1 glyph grid, the grid is read
 # back, the font is re-encoded, and IPAGothic becomes a Shift_JIS font, upright
-# and vertical. Previews drawn from the ZGLY files alone show the results.
+# and vertical; DejaVu Sans and IPAGothic are merged into one font holding the
+# characters of a text file. Previews drawn from the ZGLY files alone show the results.
 # Last, the example game recipe is built (twice: the second run makes nothing).
 # Everything lands in out/.
 set -euo pipefail
@@ -51,6 +52,17 @@ ja='いろはにほへと、ちりぬるを。\n日本語の縦書き「テス�
 "$cli" preview out/demo-ja-vertical.zgly --zoom 2 --out out/demo-ja-vertical-preview.png --text "$ja"
 "$cli" preview out/demo.zgly --sheet --zoom 1 --out out/demo-sheet.png
 ls -l out/*.png
+
+step "DejaVu Sans + IPAGothic merged (Latin from the first, kana and kanji from the second), only the characters of a text file -> out/demo-merged.zgly"
+cat >out/demo-strings.txt <<'TEXT'
+New Game / Continue / Options
+はじめから つづきから せってい
+冒険を始めますか？
+TEXT
+"$cli" convert --from-font "DejaVu Sans" --size 16 --levels 16 --from-font IPAGothic \
+  --chars-file out/demo-strings.txt --range 0x30-0x39 --to-zgly out/demo-merged.zgly
+"$cli" preview out/demo-merged.zgly --zoom 2 --out out/demo-merged-preview.png \
+  --text "$(cat out/demo-strings.txt)"
 
 step "A game's fonts from one recipe (examples/game, copied to out/game): UI font (DejaVu Sans + IPAGothic, characters from the game's text), vertical captions, a grid-drawn pixel font"
 rm -rf out/game && mkdir -p out/game && cp -r examples/game/art examples/game/text examples/game/glyphwright.toml out/game/
