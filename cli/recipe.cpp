@@ -1,6 +1,7 @@
 #include "cli/recipe.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <map>
 #include <toml++/toml.h>
 
@@ -36,7 +37,8 @@ public:
 
 private:
     std::vector<Entry> ReadEntries(const toml::table& table, bool source);
-    void AddEntries(std::vector<Entry> entries, RecipeFont& font);
+    // sourceLine: the line of the [[font.source]] table the entries come from.
+    void AddEntries(std::vector<Entry> entries, RecipeFont& font, int sourceLine = 0);
     void AddValue(const Entry& e, std::vector<std::string>& args) const;
     std::string PathValue(const RecipeKey& key, const std::string& text) const;
     void Check(RecipeFont& font) const;
@@ -45,6 +47,8 @@ private:
     fs::path Folder;
     // The last key that gave each option, for mapping convert's complaints.
     std::map<std::string, Origin> Origins;
+    // The same for each [[font.source]] table, with the table's own line.
+    std::vector<std::pair<std::map<std::string, Origin>, int>> SourceOrigins;
 };
 
 int LineOf(const toml::node& node) { return static_cast<int>(node.source().begin.line); }
@@ -139,24 +143,41 @@ void CRecipeReader::AddValue(const Entry& e, std::vector<std::string>& args) con
     }
 }
 
-void CRecipeReader::AddEntries(std::vector<Entry> entries, RecipeFont& font) {
+void CRecipeReader::AddEntries(std::vector<Entry> entries, RecipeFont& font, int sourceLine) {
     std::stable_sort(entries.begin(), entries.end(),
                      [](const Entry& a, const Entry& b) { return RecipeKeyRank(*a.Key) < RecipeKeyRank(*b.Key); });
+    if (sourceLine > 0) SourceOrigins.push_back({{}, sourceLine});
     for (const Entry& e : entries) {
         if (*e.Key->Option == '\0') continue;
         AddValue(e, font.Args);
         Origins[e.Key->Option] = {e.Key->Name, e.Line};
+        if (sourceLine == 0 && e.Key->StartsSource) SourceOrigins.push_back({{}, e.Line});
+        if (e.Key->Place != RecipePlace::Font && !SourceOrigins.empty())
+            SourceOrigins.back().first[e.Key->Option] = {e.Key->Name, e.Line};
     }
 }
 
 // convert's own parser judges the whole; its complaint names an option,
 // which leads back to the key that gave it.
 void CRecipeReader::Check(RecipeFont& font) const {
-    auto origin = [&](const std::string& text) -> Origin {
+    auto find = [](const std::string& text, const std::map<std::string, Origin>& origins) -> const Origin* {
         for (std::size_t at = text.find("--"); at != std::string::npos; at = text.find("--", at + 2)) {
             std::size_t end = text.find_first_not_of("abcdefghijklmnopqrstuvwxyz-", at + 2);
-            if (auto o = Origins.find(text.substr(at, end - at)); o != Origins.end()) return o->second;
+            if (auto o = origins.find(text.substr(at, end - at)); o != origins.end()) return &o->second;
         }
+        return nullptr;
+    };
+    auto origin = [&](const std::string& text) -> Origin {
+        // "(source N)" names the source the complaint is about.
+        if (std::size_t at = text.rfind("(source "); at != std::string::npos) {
+            std::size_t n = std::strtoul(text.c_str() + at + 8, nullptr, 10);
+            if (n >= 1 && n <= SourceOrigins.size()) {
+                const auto& [origins, line] = SourceOrigins[n - 1];
+                if (const Origin* o = find(text, origins)) return *o;
+                return {"[[font.source]]", line};
+            }
+        }
+        if (const Origin* o = find(text, Origins)) return *o;
         if (auto s = Origins.find("--settings"); s != Origins.end()) return s->second;
         return {"[[font]]", font.Line};
     };
@@ -180,6 +201,7 @@ RecipeFont CRecipeReader::ReadFont(const toml::table& table) {
     RecipeFont font;
     font.Line = LineOf(table);
     Origins.clear();
+    SourceOrigins.clear();
     std::vector<Entry> own = ReadEntries(table, false);
     const toml::node* sources = table.get("source");
     if (sources) {
@@ -195,9 +217,13 @@ RecipeFont CRecipeReader::ReadFont(const toml::table& table) {
         for (const toml::node& s : *list) {
             const toml::table& st = *s.as_table();
             std::vector<Entry> entries = ReadEntries(st, true);
-            if (std::count_if(entries.begin(), entries.end(), [](const Entry& e) { return e.Key->StartsSource; }) != 1)
-                Fail(LineOf(st), "a [[font.source]] needs exactly one of font, bmp, zgly and lc");
-            AddEntries(entries, font);
+            auto starts = std::count_if(entries.begin(), entries.end(), [](const Entry& e) { return e.Key->StartsSource; });
+            // An LC source may be its half-width file alone.
+            bool halfOnly = starts == 0 && std::any_of(entries.begin(), entries.end(), [](const Entry& e) {
+                                return std::string(e.Key->Name) == "lc-half";
+                            });
+            if (starts != 1 && !halfOnly) Fail(LineOf(st), "a [[font.source]] needs exactly one of font, bmp, zgly and lc");
+            AddEntries(entries, font, LineOf(st));
         }
         AddEntries(rest, font);
     } else {

@@ -84,6 +84,10 @@ TEST(Build, RecipeRefusedWithItsLineAndKeyBeforeAnythingRuns) {
         {"[[font]]\nto-zgly = \"o.zgly\"\nencoding = \"latin1\"\nfrom-zgly = \"a.zgly\"\n",
          "3: encoding: --encoding takes utf-8|utf-16|shift_jis|cp1252, not 'latin1'"},
         {"[[font]]\nfrom-zgly = \"a.zgly\"\n", "1: [[font]]: convert needs an output (--to-zgly or --to-bmp)"},
+        // A complaint about one of several sources points into its own table.
+        {"[[font]]\nto-zgly = \"o.zgly\"\n[[font.source]]\nbmp = \"a.bmp\"\nfrom-order = \"ASCII\"\n"
+         "[[font.source]]\nbmp = \"b.bmp\"\n",
+         "7: bmp: --from-bmp needs --from-order (source 2)"},
         {"[[font]]\nto-zgly = \"o.zgly\"\n[[font.source]]\nzgly = \"a.zgly\"\nto-bmp = \"x.bmp\"\n",
          "5: 'to-bmp' belongs in [[font]], not [[font.source]]"},
         {"[[font]]\nto-zgly = \"o.zgly\"\nsize = 12\n[[font.source]]\nfont = \"DejaVu Sans\"\n",
