@@ -146,8 +146,15 @@ size = 12
 levels = 4
 [[font.source]]
 font = "IPAGothic"
+
+[[font]]
+settings = "window.ini"
+to-zgly = "out/window.zgly"
 )";
     WriteText(dir / "game.toml", recipe);
+    // A window set-up: a ZGLY file re-encoded as UTF-8 turned by 90 degrees.
+    WriteText(dir / "window.ini", "[Main]\nInputSelect=1\nOutputSelect=1\n[InZarnicPath]\nPath=a.zgly\n"
+                                  "[OutZarnic]\nEncoding=UTF-8\nRotation=90\n");
     fs::create_directories(dir / "ref");
     auto ref = [&](const std::string& args) {
         auto r = RunCli(dir, "convert " + args + " --quiet");
@@ -169,7 +176,9 @@ font = "IPAGothic"
             EXPECT_FALSE(built.empty()) << name;
             EXPECT_EQ(built, Slurp(dir / "ref" / name)) << name << " with --jobs " << jobs;
         }
-        EXPECT_NE(r.Err.find("build: 4 built, 0 up to date, 0 failed\n"), std::string::npos) << r.Err;
+        // The settings file's set-up is the first font's.
+        EXPECT_EQ(Slurp(dir / "out/window.zgly"), Slurp(dir / "ref/a8.zgly"));
+        EXPECT_NE(r.Err.find("build: 5 built, 0 up to date, 0 failed\n"), std::string::npos) << r.Err;
     }
 }
 
