@@ -91,6 +91,8 @@ std::string CRecipeReader::PathValue(const RecipeKey& key, const std::string& te
     // A bare order name is a shipped order, a bare face name an installed family.
     if (orderKey && text.find('/') == std::string::npos && !fs::is_regular_file(Folder / text, ec)) return text;
     if (fontKey && text.find('/') == std::string::npos) return text;
+    // "@file" asks for the vertical forms of the face in the file.
+    if (fontKey && text[0] == '@') return "@" + PathValue(key, text.substr(1));
     return (Folder / text).lexically_normal().string();
 }
 
