@@ -124,6 +124,7 @@ std::string Quoted(const std::string& a) {
 }  // namespace
 
 int RunBuildCommand(const std::vector<std::string>& args) {
+    InstallBuildInterruptHandler();
     BuildOptions options;
     Recipe recipe;
     try {

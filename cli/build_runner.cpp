@@ -70,14 +70,16 @@ void InterruptAll(std::vector<Child>& running) {
 
 }  // namespace
 
-bool RunBuildJobs(const std::vector<BuildJob>& jobs, int parallel, const std::filesystem::path& folder,
-                  const std::function<void(std::size_t, const BuildJobResult&)>& done) {
+void InstallBuildInterruptHandler() {
+    // No SA_RESTART: a Ctrl-C wakes the wait for the children at once.
     struct sigaction sa {};
     sa.sa_handler = OnBuildInterrupt;
     sigemptyset(&sa.sa_mask);
-    struct sigaction previous {};
-    ::sigaction(SIGINT, &sa, &previous);
-    g_BuildInterrupted = 0;
+    ::sigaction(SIGINT, &sa, nullptr);
+}
+
+bool RunBuildJobs(const std::vector<BuildJob>& jobs, int parallel, const std::filesystem::path& folder,
+                  const std::function<void(std::size_t, const BuildJobResult&)>& done) {
 
     std::vector<Child> running;
     std::size_t next = 0;
@@ -117,6 +119,5 @@ bool RunBuildJobs(const std::vector<BuildJob>& jobs, int parallel, const std::fi
             it = running.erase(it);
         }
     }
-    ::sigaction(SIGINT, &previous, nullptr);
     return !g_BuildInterrupted;
 }

@@ -18,6 +18,10 @@ struct BuildJobResult {
     std::string Messages;  // its stdout and stderr, in order
 };
 
+// From here on Ctrl-C cancels the build instead of ending the program: no
+// job starts after it, and the running ones are cancelled.
+void InstallBuildInterruptHandler();
+
 // Runs the jobs in order, at most `parallel` at once, in `folder`. done() is
 // called as each one ends (in the order they end). Returns false when Ctrl-C
 // stopped the run: the jobs not started then are never called back.

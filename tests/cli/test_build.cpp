@@ -309,29 +309,32 @@ size = 110
 levels = 16
 to-zgly = "out/b.zgly"
 )");
-    fs::create_directories(dir / "out");
-    WriteText(dir / "out/a.zgly", "old");
-    std::string program = std::string(GLYPHWRIGHT_BIN_DIR) + "/glyphwright-cli";
-    std::string recipe = (dir / "R.toml").string();
-    std::string err = (dir / "err.txt").string();
-    pid_t pid = ::fork();
-    ASSERT_GE(pid, 0);
-    if (pid == 0) {
-        std::freopen(err.c_str(), "w", stderr);
-        ::execl(program.c_str(), program.c_str(), "build", "--jobs", "2", recipe.c_str(), nullptr);
-        ::_exit(127);
+    // Soon after the start and while the fonts are being made.
+    for (int delayMs : {100, 400}) {
+        fs::create_directories(dir / "out");
+        WriteText(dir / "out/a.zgly", "old");
+        std::string program = std::string(GLYPHWRIGHT_BIN_DIR) + "/glyphwright-cli";
+        std::string recipe = (dir / "R.toml").string();
+        std::string err = (dir / "err.txt").string();
+        pid_t pid = ::fork();
+        ASSERT_GE(pid, 0);
+        if (pid == 0) {
+            std::freopen(err.c_str(), "w", stderr);
+            ::execl(program.c_str(), program.c_str(), "build", "--jobs", "2", recipe.c_str(), nullptr);
+            ::_exit(127);
+        }
+        ::usleep(delayMs * 1000);
+        ::kill(pid, SIGINT);
+        int status = 0;
+        ::waitpid(pid, &status, 0);
+        ASSERT_TRUE(WIFEXITED(status));
+        EXPECT_EQ(WEXITSTATUS(status), 130) << delayMs << " ms\n" << Slurp(dir / "err.txt");
+        std::vector<std::string> left;
+        for (const auto& e : fs::directory_iterator(dir / "out")) left.push_back(e.path().filename().string());
+        EXPECT_EQ(left, std::vector<std::string>{"a.zgly"});
+        EXPECT_EQ(Slurp(dir / "out/a.zgly"), "old");
+        std::string text = Slurp(dir / "err.txt");
+        EXPECT_EQ(text.substr(text.rfind("build: ")), "build: 0 built, 0 up to date, 0 failed, 2 cancelled\n") << text;
+        EXPECT_FALSE(fs::exists(dir / ".R.toml.state"));
     }
-    ::usleep(400 * 1000);
-    ::kill(pid, SIGINT);
-    int status = 0;
-    ::waitpid(pid, &status, 0);
-    ASSERT_TRUE(WIFEXITED(status));
-    EXPECT_EQ(WEXITSTATUS(status), 130) << Slurp(dir / "err.txt");
-    std::vector<std::string> left;
-    for (const auto& e : fs::directory_iterator(dir / "out")) left.push_back(e.path().filename().string());
-    EXPECT_EQ(left, std::vector<std::string>{"a.zgly"});
-    EXPECT_EQ(Slurp(dir / "out/a.zgly"), "old");
-    std::string text = Slurp(dir / "err.txt");
-    EXPECT_EQ(text.substr(text.rfind("build: ")), "build: 0 built, 0 up to date, 0 failed, 2 cancelled\n") << text;
-    EXPECT_FALSE(fs::exists(dir / ".R.toml.state"));
 }
