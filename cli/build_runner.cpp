@@ -109,6 +109,9 @@ bool RunBuildJobs(const std::vector<BuildJob>& jobs, int parallel, const std::fi
             while (::waitpid(c.Pid, &status, 0) < 0 && errno == EINTR) {
             }
             c.Result.Status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+            // Interrupted before it could take Ctrl-C over itself: it had
+            // written nothing yet, and counts as cancelled.
+            if (WIFSIGNALED(status) && WTERMSIG(status) == SIGINT) c.Result.Status = 130;
         }
         for (auto it = running.begin(); it != running.end();) {
             if (it->Fd >= 0) {

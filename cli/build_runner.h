@@ -14,7 +14,7 @@ struct BuildJob {
 };
 
 struct BuildJobResult {
-    int Status = -1;       // the child's exit status; -1 when it died of a signal
+    int Status = -1;       // the child's exit status (130 cancelled); -1 when it died of a signal
     std::string Messages;  // its stdout and stderr, in order
 };
 

@@ -293,6 +293,19 @@ TEST(Build, FailingFontAmongGoodOnes) {
     EXPECT_EQ(r.Err.rfind("failed      kana\n", 0), 0u) << r.Err;
 }
 
+// Whether the process catches Ctrl-C yet, and whether it has children running.
+bool CatchesInterrupt(pid_t pid) {
+    std::ifstream in("/proc/" + std::to_string(pid) + "/status");
+    for (std::string line; std::getline(in, line);)
+        if (line.rfind("SigCgt:", 0) == 0) return (std::stoull(line.substr(7), nullptr, 16) >> (SIGINT - 1)) & 1;
+    return false;
+}
+
+bool HasChildren(pid_t pid) {
+    std::string p = "/proc/" + std::to_string(pid) + "/task/" + std::to_string(pid) + "/children";
+    return !Slurp(p).empty();
+}
+
 // Ctrl-C stops every font: exit 130, earlier outputs kept, no partial file.
 TEST(Build, InterruptLeavesNoPartialFile) {
     CScratchDir dir;
@@ -309,8 +322,8 @@ size = 110
 levels = 16
 to-zgly = "out/b.zgly"
 )");
-    // Soon after the start and while the fonts are being made.
-    for (int delayMs : {100, 400}) {
+    // As soon as the build takes Ctrl-C over, and while its fonts are being made.
+    for (bool whileMaking : {false, true}) {
         fs::create_directories(dir / "out");
         WriteText(dir / "out/a.zgly", "old");
         std::string program = std::string(GLYPHWRIGHT_BIN_DIR) + "/glyphwright-cli";
@@ -323,12 +336,14 @@ to-zgly = "out/b.zgly"
             ::execl(program.c_str(), program.c_str(), "build", "--jobs", "2", recipe.c_str(), nullptr);
             ::_exit(127);
         }
-        ::usleep(delayMs * 1000);
+        for (int waited = 0; waited < 10000 && !(whileMaking ? HasChildren(pid) : CatchesInterrupt(pid)); ++waited)
+            ::usleep(1000);
+        if (whileMaking) ::usleep(100 * 1000);
         ::kill(pid, SIGINT);
         int status = 0;
         ::waitpid(pid, &status, 0);
         ASSERT_TRUE(WIFEXITED(status));
-        EXPECT_EQ(WEXITSTATUS(status), 130) << delayMs << " ms\n" << Slurp(dir / "err.txt");
+        EXPECT_EQ(WEXITSTATUS(status), 130) << whileMaking << "\n" << Slurp(dir / "err.txt");
         std::vector<std::string> left;
         for (const auto& e : fs::directory_iterator(dir / "out")) left.push_back(e.path().filename().string());
         EXPECT_EQ(left, std::vector<std::string>{"a.zgly"});
