@@ -27,12 +27,12 @@ void WriteText(const fs::path& path, const std::string& text) {
 
 // A ZGLY font with ASCII and a few kana: the inputs of the recipes below.
 void MakeZgly(const fs::path& path, uint32_t seed) {
-    SyntheticFontSpec spec;
-    spec.Codes = CodeRange(0x20, 95);
+    SyntheticFontSpec fontSpec;
+    fontSpec.Codes = CodeRange(0x20, 95);
     auto kana = CodeRange(0x3041, 20);
-    spec.Codes.insert(spec.Codes.end(), kana.begin(), kana.end());
-    spec.Seed = seed;
-    WriteSyntheticZgly(*MakeSyntheticFont(spec), path);
+    fontSpec.Codes.insert(fontSpec.Codes.end(), kana.begin(), kana.end());
+    fontSpec.Seed = seed;
+    WriteSyntheticZgly(*MakeSyntheticFont(fontSpec), path);
 }
 
 // The nanosecond change time of each file: anything written gets a new one.

@@ -12,9 +12,9 @@ namespace fs = std::filesystem;
 
 TEST(SettingsReplay, SameBytesAsTheEquivalentOptions) {
     CScratchDir dir;
-    SyntheticFontSpec spec;
-    spec.Codes = CodeRange(0x20, 95);
-    WriteSyntheticZgly(*MakeSyntheticFont(spec), dir / "in.zgly");
+    SyntheticFontSpec fontSpec;
+    fontSpec.Codes = CodeRange(0x20, 95);
+    WriteSyntheticZgly(*MakeSyntheticFont(fontSpec), dir / "in.zgly");
     const std::string zglyTab = "[Main]\nInputSelect=1\nOutputSelect=1\n[InZarnicPath]\nPath=" + (dir / "in.zgly").string() +
                                 "\n[OutZarnicPath]\nPath=" + (dir / "s.zgly").string() +
                                 "\n[OutZarnic]\nEncoding=UTF-8\nLineHeightUseDef=0\nLineHeight=21\n"
