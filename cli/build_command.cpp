@@ -124,6 +124,10 @@ std::string Quoted(const std::string& a) {
 }  // namespace
 
 int RunBuildCommand(const std::vector<std::string>& args) {
+    if (args.size() == 1 && (args[0] == "--help" || args[0] == "-h")) {
+        std::fputs(HelpText(), stdout);
+        return 0;
+    }
     InstallBuildInterruptHandler();
     BuildOptions options;
     Recipe recipe;
