@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "cli/build_command.h"
 #include "cli/cli_front_end.h"
 #include "cli/cli_progress.h"
 #include "cli/factories.h"
@@ -15,6 +16,7 @@
 #include "cli/list_commands.h"
 #include "cli/options.h"
 #include "cli/preview_command.h"
+#include "cli/settings_replay.h"
 #include "core/conversion.h"
 #include "core/general_exception.h"
 #include "xmlfiles/glyph_order_files.h"
@@ -73,15 +75,22 @@ int RunCommand(const CliOptions& options) {
 
 int main(int argc, char** argv) {
     std::vector<std::string> args(argv + 1, argv + argc);
-    CliOptions options;
-    try {
-        options = ParseCommandLine(args);
-    } catch (const CUsageError& e) {
-        return UsageError(e.what());
-    }
     CXmlPlatform xml;
     // Every failure ends here: its message as the message window shows it, status 1.
     try {
+        if (!args.empty() && args[0] == "build") return RunBuildCommand({args.begin() + 1, args.end()});
+        CliOptions options;
+        try {
+            // A window's settings file becomes the options it stands for.
+            if (!args.empty() && args[0] == "convert") {
+                std::vector<std::string> rest = ExpandSettingsOption({args.begin() + 1, args.end()});
+                rest.insert(rest.begin(), args[0]);
+                args = rest;
+            }
+            options = ParseCommandLine(args);
+        } catch (const CUsageError& e) {
+            return UsageError(e.what());
+        }
         return RunCommand(options);
     } catch (const CGeneralException& e) {
         std::fprintf(stderr, "%s\n", e.Message.c_str());

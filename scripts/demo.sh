@@ -4,6 +4,7 @@
 # back, the font is re-encoded, and IPAGothic becomes a Shift_JIS font, upright
 # and vertical; DejaVu Sans and IPAGothic are merged into one font holding the
 # characters of a text file. Previews drawn from the ZGLY files alone show the results.
+# Last, the example game recipe is built (twice: the second run makes nothing).
 # Everything lands in out/.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -63,4 +64,17 @@ TEXT
 "$cli" preview out/demo-merged.zgly --zoom 2 --out out/demo-merged-preview.png \
   --text "$(cat out/demo-strings.txt)"
 
-step "Done: $(ls out/demo*.zgly out/demo*.bmp out/demo*.png | tr '\n' ' ')"
+step "A game's fonts from one recipe (examples/game, copied to out/game): UI font (DejaVu Sans + IPAGothic, characters from the game's text), vertical captions, a grid-drawn pixel font"
+rm -rf out/game && mkdir -p out/game && cp -r examples/game/art examples/game/text examples/game/glyphwright.toml out/game/
+"$cli" build out/game/glyphwright.toml
+echo "-- again, nothing changed:"
+"$cli" build out/game/glyphwright.toml
+echo "-- the Japanese text edited: only the fonts that read it are made again"
+echo "新しい台詞。" >> out/game/text/ja.txt
+"$cli" build out/game/glyphwright.toml
+"$cli" preview out/game/fonts/ui.zgly --zoom 2 --out out/game-ui-preview.png \
+  --text "$(head -n 2 out/game/text/en.txt | paste -sd' ')\\n$(head -n 3 out/game/text/ja.txt | paste -sd' ')"
+"$cli" preview out/game/fonts/pixel.zgly --zoom 4 --out out/game-pixel-preview.png --text 'HP 120/120  MP 45/60'
+ls -l out/game/fonts out/game-*.png
+
+step "Done: $(ls out/demo*.zgly out/demo*.bmp out/demo*.png out/game-*.png | tr '\n' ' ')"

@@ -1,0 +1,222 @@
+#include "cli/build_command.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <thread>
+
+#include "cli/build_inputs.h"
+#include "cli/build_runner.h"
+#include "cli/build_state.h"
+#include "cli/options.h"
+#include "cli/recipe.h"
+#include "core/general_exception.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+struct BuildOptions {
+    fs::path Recipe = "glyphwright.toml";
+    int Jobs = 0;
+    bool Force = false;
+    bool DryRun = false;
+    bool Quiet = false;
+};
+
+BuildOptions ParseBuildOptions(const std::vector<std::string>& args) {
+    BuildOptions o;
+    bool haveRecipe = false, haveJobs = false;
+    for (std::size_t i = 0; i < args.size(); ++i) {
+        std::string a = args[i];
+        if (a == "--jobs" || a.rfind("--jobs=", 0) == 0) {
+            if (haveJobs) throw CUsageError("--jobs is given twice");
+            haveJobs = true;
+            std::string value;
+            if (a == "--jobs") {
+                if (i + 1 >= args.size()) throw CUsageError("--jobs needs a value");
+                value = args[++i];
+            } else {
+                value = a.substr(7);
+            }
+            char* end = nullptr;
+            long n = std::strtol(value.c_str(), &end, 10);
+            if (value.empty() || *end != '\0' || n < 1 || n > 256)
+                throw CUsageError("--jobs takes 1 to 256, not '" + value + "'");
+            o.Jobs = static_cast<int>(n);
+        } else if (a == "--force" || a == "--dry-run" || a == "--quiet") {
+            bool& flag = a == "--force" ? o.Force : a == "--dry-run" ? o.DryRun : o.Quiet;
+            if (flag) throw CUsageError(a + " is given twice");
+            flag = true;
+        } else if (a.rfind("--", 0) == 0) {
+            throw CUsageError("unknown option '" + a + "'");
+        } else {
+            if (haveRecipe) throw CUsageError("build takes one recipe");
+            haveRecipe = true;
+            o.Recipe = a;
+        }
+    }
+    if (o.Jobs == 0) o.Jobs = std::max(1u, std::thread::hardware_concurrency());
+    return o;
+}
+
+// The settings that decide a font's bytes: its options, and the program
+// that turns them into the font.
+uint64_t SettingsHash(const RecipeFont& font) {
+    std::string text = GLYPHWRIGHT_VERSION;
+    for (const auto& a : font.Expanded) text += '\0' + a;
+    return HashText(text);
+}
+
+FontState CurrentState(const RecipeFont& font, const fs::path& folder) {
+    FontState s;
+    s.SettingsHash = SettingsHash(font);
+    s.Output = StampFile((folder / font.Options.OutputPath).lexically_normal());
+    for (const auto& in : ConversionInputs(font.Options, folder)) s.Inputs.push_back(StampFile(in));
+    return s;
+}
+
+// A font's messages under its line; a long run of warnings is cut short
+// (convert run alone lists them all).
+constexpr int ShownWarnings = 10;
+
+std::vector<std::string> Lines(const std::string& text) {
+    std::vector<std::string> lines;
+    std::size_t start = 0;
+    while (start < text.size()) {
+        std::size_t end = text.find('\n', start);
+        if (end == std::string::npos) end = text.size();
+        lines.push_back(text.substr(start, end - start));
+        start = end + 1;
+    }
+    return lines;
+}
+
+std::string Indented(const std::string& text) {
+    std::vector<std::string> lines = Lines(text);
+    int total = 0;
+    for (const auto& line : lines) total += line.rfind("Warning: ", 0) == 0;
+    std::string out;
+    int warnings = 0;
+    for (const auto& line : lines) {
+        bool warning = line.rfind("Warning: ", 0) == 0;
+        if (warning && ++warnings > ShownWarnings) continue;
+        out += "  " + line + "\n";
+        if (warning && warnings == ShownWarnings && total > ShownWarnings)
+            out += "  (" + std::to_string(total - ShownWarnings) + " more warning lines; convert alone shows them)\n";
+    }
+    return out;
+}
+
+// One block per font, written at once, so that parallel fonts never mix.
+void Report(const std::string& text) {
+    std::fputs(text.c_str(), stderr);
+    std::fflush(stderr);
+}
+
+std::string Quoted(const std::string& a) {
+    if (!a.empty() && a.find_first_of(" \t'\"\\$`!*?[]{}()<>|&;#~") == std::string::npos) return a;
+    std::string q = "'";
+    for (char c : a) q += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    return q + "'";
+}
+
+}  // namespace
+
+int RunBuildCommand(const std::vector<std::string>& args) {
+    if (args.size() == 1 && (args[0] == "--help" || args[0] == "-h")) {
+        std::fputs(HelpText(), stdout);
+        return 0;
+    }
+    InstallBuildInterruptHandler();
+    BuildOptions options;
+    Recipe recipe;
+    try {
+        options = ParseBuildOptions(args);
+        recipe = LoadRecipe(options.Recipe);
+    } catch (const CUsageError& e) {
+        std::fprintf(stderr, "glyphwright-cli: %s\n%s", e.what(), UsageHint());
+        return 2;
+    } catch (const CRecipeError& e) {
+        std::fprintf(stderr, "glyphwright-cli: %s\n", e.what());
+        return 2;
+    }
+
+    fs::path statePath = StatePathFor(recipe.Path);
+    BuildState previous = LoadBuildState(statePath);
+    BuildState next;
+    std::vector<BuildJob> jobs;
+    std::vector<std::size_t> jobFont;
+    std::vector<FontState> before(recipe.Fonts.size());
+    int upToDate = 0;
+    for (std::size_t i = 0; i < recipe.Fonts.size(); ++i) {
+        const RecipeFont& font = recipe.Fonts[i];
+        before[i] = CurrentState(font, recipe.Folder);
+        fs::path out = before[i].Output.Path;
+        auto old = previous.find(out);
+        if (!options.Force && before[i].Output.Hash != 0 && old != previous.end() && old->second == before[i]) {
+            next[out] = old->second;
+            ++upToDate;
+            if (!options.Quiet) Report("up to date  " + font.Label + "\n");
+            continue;
+        }
+        if (old != previous.end()) next[out] = old->second;
+        jobs.push_back({font.Args});
+        jobFont.push_back(i);
+        if (options.DryRun && !options.Quiet) {
+            std::string command = "glyphwright-cli convert";
+            for (const auto& a : font.Args) command += " " + Quoted(a);
+            Report("would build " + font.Label + "\n" + Indented(command));
+        }
+    }
+    if (options.DryRun) {
+        if (!options.Quiet)
+            Report("build: " + std::to_string(jobs.size()) + " to build, " + std::to_string(upToDate) +
+                   " up to date (dry run, nothing written)\n");
+        return 0;
+    }
+
+    // A recipe names its output folders; they are made as a build tool would.
+    for (std::size_t f : jobFont) {
+        std::error_code ec;
+        fs::create_directories(before[f].Output.Path.parent_path(), ec);
+    }
+    int built = 0, failed = 0, canceled = 0;
+    bool finished = RunBuildJobs(jobs, options.Jobs, recipe.Folder, [&](std::size_t job, const BuildJobResult& r) {
+        const RecipeFont& font = recipe.Fonts[jobFont[job]];
+        fs::path out = before[jobFont[job]].Output.Path;
+        next.erase(out);
+        if (r.Status == 0) {
+            ++built;
+            // The inputs as they were read: a file changed meanwhile rebuilds next time.
+            FontState s = before[jobFont[job]];
+            s.Output = StampFile(out);
+            next[out] = s;
+            if (!options.Quiet) Report("built       " + font.Label + "\n" + Indented(r.Messages));
+        } else if (r.Status == 130) {
+            ++canceled;
+            if (!options.Quiet) Report("cancelled   " + font.Label + "\n");
+        } else {
+            ++failed;
+            Report("failed      " + font.Label + "\n" + Indented(r.Messages));
+        }
+    });
+
+    if (next != previous) {
+        try {
+            SaveBuildState(statePath, next);
+        } catch (const CGeneralException& e) {
+            std::fprintf(stderr, "%s\n", e.Message.c_str());
+            return 1;
+        }
+    }
+    int notRun = static_cast<int>(jobs.size()) - built - failed - canceled;
+    if (!options.Quiet || failed > 0 || !finished) {
+        std::string summary = "build: " + std::to_string(built) + " built, " + std::to_string(upToDate) +
+                              " up to date, " + std::to_string(failed) + " failed";
+        if (!finished) summary += ", " + std::to_string(canceled + notRun) + " cancelled";
+        Report(summary + "\n");
+    }
+    if (!finished) return 130;
+    return failed > 0 ? 1 : 0;
+}
