@@ -14,6 +14,7 @@
 #include "cli/list_commands.h"
 #include "cli/options.h"
 #include "cli/preview_command.h"
+#include "cli/template_command.h"
 #include "core/conversion.h"
 #include "core/general_exception.h"
 #include "xmlfiles/glyph_order_files.h"
@@ -62,14 +63,23 @@ int RunCommand(const CliOptions& options) {
 int main(int argc, char** argv) {
     std::vector<std::string> args(argv + 1, argv + argc);
     CliOptions options;
+    TemplateOptions blankGrid;
+    const bool isTemplate = IsTemplateCommand(args);
     try {
-        options = ParseCommandLine(args);
+        if (isTemplate)
+            blankGrid = ParseTemplateCommand(args);
+        else
+            options = ParseCommandLine(args);
     } catch (const CUsageError& e) {
         return UsageError(e.what());
     }
     CXmlPlatform xml;
     // Every failure ends here: its message as the message window shows it, status 1.
     try {
+        if (isTemplate) {
+            RunTemplateCommand(blankGrid);
+            return ExitDone;
+        }
         return RunCommand(options);
     } catch (const CGeneralException& e) {
         std::fprintf(stderr, "%s\n", e.Message.c_str());
