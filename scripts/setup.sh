@@ -9,6 +9,7 @@ packages=(
   qt6-base-dev
   fonts-dejavu-core fonts-ipafont-gothic
   xvfb
+  python3-pil
 )
 
 missing=()
