@@ -1,8 +1,8 @@
 #include "bmpfont/bmp_decoders.h"
 
+#include <algorithm>
 #include <bit>
 
-#include "bmpfont/bmp_font_layout.h"
 #include "core/general_exception.h"
 
 namespace {
@@ -22,8 +22,14 @@ struct Header {
 };
 
 Header Parse(const std::vector<uint8_t>& b) {
-    return Header{Get(b, 10, 4),  Get(b, 14, 4), Get(b, 30, 4), Get(b, 46, 4), static_cast<int32_t>(Get(b, 18, 4)),
-                  static_cast<int32_t>(Get(b, 22, 4)), static_cast<int>(Get(b, 28, 2)), static_cast<int>(Get(b, 26, 2))};
+    return Header{Get(b, 10, 4),
+                  Get(b, 14, 4),
+                  Get(b, 30, 4),
+                  Get(b, 46, 4),
+                  static_cast<int32_t>(Get(b, 18, 4)),
+                  static_cast<int32_t>(Get(b, 22, 4)),
+                  static_cast<int>(Get(b, 28, 2)),
+                  static_cast<int>(Get(b, 26, 2))};
 }
 
 // One colour channel through its mask, scaled to 8 bits.
@@ -43,7 +49,7 @@ public:
 
     CColorPixels Decode() {
         Rows = H.Height < 0 ? -static_cast<int64_t>(H.Height) : H.Height;
-        if (H.Width < 1 || Rows < 1 || int64_t(H.Width) * Rows > MaxGridBmpBytes) Broken();
+        if (H.Width < 1 || Rows < 1 || int64_t(H.Width) * Rows > MaxColorPixels) Broken();
         Out.Width = H.Width;
         Out.Height = static_cast<int>(Rows);
         Out.Rgb.assign(static_cast<std::size_t>(H.Width) * Rows, 0);
@@ -108,9 +114,10 @@ private:
         std::size_t p = H.PixelOffset;
         int x = 0;
         int64_t row = 0;
+        // Positions past the picture are dropped and stay there, so no count overflows.
         auto put = [&](uint32_t index) {
             if (x < H.Width && row < Rows) At(x, row) = Palette[index];
-            ++x;
+            x = std::min(x + 1, H.Width);
         };
         auto byte = [&]() -> uint32_t {
             if (p >= B.size()) Broken();
@@ -127,7 +134,7 @@ private:
             } else if (value == 1) {
                 break;
             } else if (value == 2) {
-                x += static_cast<int>(byte());
+                x = std::min(x + static_cast<int>(byte()), H.Width);
                 row += byte();
             } else {
                 uint32_t read = four ? (value + 1) / 2 : value;
@@ -157,11 +164,16 @@ bool IsColorBmp(const std::vector<uint8_t>& b) {
     Header h = Parse(b);
     if (h.Planes != 1) return false;
     switch (h.Compression) {
-    case Uncompressed: return h.Bpp == 16 || h.Bpp == 24 || h.Bpp == 32;
-    case BitFields: return h.Bpp == 16 || h.Bpp == 32;
-    case Rle8: return h.Bpp == 8;
-    case Rle4: return h.Bpp == 4;
-    default: return false;
+        case Uncompressed:
+            return h.Bpp == 16 || h.Bpp == 24 || h.Bpp == 32;
+        case BitFields:
+            return h.Bpp == 16 || h.Bpp == 32;
+        case Rle8:
+            return h.Bpp == 8;
+        case Rle4:
+            return h.Bpp == 4;
+        default:
+            return false;
     }
 }
 

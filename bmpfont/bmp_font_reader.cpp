@@ -208,7 +208,10 @@ void CBmpFontReader::Read(CFontData& font, const CFontFilter& filter) {
     int white = FindWhite(pic);
     int second = pic.FindColor(White, white + 1);
     if (second >= 0 && second < (1 << Bpp)) ReportWarning(g_pPgCtrl, "2 or more white colors are found.");
-    WarnAboutGridColors(pic, grid->Source, white, Bpp);
+    WarnAboutGridColors(pic, grid->Source,
+                        GridAreas{g.Columns, g.Rows, g.PitchX, g.PitchY, g.Vertical ? 4 : 2, 2, std::max(g.AreaW, 0),
+                                  std::max(g.AreaH, 0)},
+                        white, Bpp);
     CColorModel colors(white, Bpp);
     uint32_t whiteIndex = static_cast<uint32_t>(white);
 
@@ -225,14 +228,17 @@ void CBmpFontReader::Read(CFontData& font, const CFontFilter& filter) {
     font.ReserveGlyphs(static_cast<std::size_t>(g.Columns) * g.Rows);
     int cellPixels = g.AreaW * g.AreaH;
     int glyphLeft = g.Vertical ? 4 : 2;
-    int cellsRead = 0, inked = 0;
+    int cellsRead = 0, inked = 0, excluded = 0;
     CMissingWidthLines missingLines;
     for (int r = 0; r < g.Rows; ++r)
         for (int c = 0; c < g.Columns; ++c) {
             uint16_t code = grid->Order.GetCode(c, r);
             g_pPgCtrl->StepProgress(1);
             int x0 = c * g.PitchX, y0 = r * g.PitchY;
-            if (code != NoCode && filter.IsExcluded(code)) continue;
+            if (code != NoCode && filter.IsExcluded(code)) {
+                ++excluded;
+                continue;
+            }
             pic.ExtractRect(cell.data(), x0 + glyphLeft, y0 + 2, g.AreaW, g.AreaH);
             if (g.Vertical)
                 pic.ExtractRect(line.data(), x0 + 2, y0 + 2, 1, g.AreaH);
@@ -263,5 +269,6 @@ void CBmpFontReader::Read(CFontData& font, const CFontFilter& filter) {
             if (!empty) font.AddGlyph(std::move(glyph), code);
         }
     missingLines.Report();
-    if (cellsRead > 0 && inked == 0) ThrowNoInk(Path);
+    // A filter may leave only blank cells; without one, a grid without ink is a mistake.
+    if (cellsRead > 0 && inked == 0 && excluded == 0) ThrowNoInk(Path);
 }

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <unordered_map>
-#include <unordered_set>
 
 #include "bmpfont/bmp_font_layout.h"
 #include "core/bmp_image.h"
@@ -35,24 +34,18 @@ uint8_t CGridColorMap::IndexOf(uint32_t rgb) const {
     return static_cast<uint8_t>(best);
 }
 
-void MapToGridPicture(const CColorPixels& pixels, int fontBpp, CBmpImage& image, int& inkColors) {
+void MapToGridPicture(const CColorPixels& pixels, int fontBpp, CBmpImage& image) {
     CGridColorMap map(fontBpp);
     image.SetPalette(8, map.Palette().data(), 0, 0);
     int stride = (pixels.Width + 3) & ~3;
     image.Create(pixels.Width, pixels.Height, stride, nullptr, 0);
     // Editors' pictures hold few colours: each is looked up once.
     std::unordered_map<uint32_t, uint8_t> known;
-    std::unordered_set<uint32_t> ink;
-    const uint32_t grid = GridPalette(4)[16];
     for (int y = 0; y < pixels.Height; ++y)
         for (int x = 0; x < pixels.Width; ++x) {
             uint32_t rgb = pixels.Rgb[static_cast<std::size_t>(y) * pixels.Width + x] & 0x00FFFFFF;
             auto it = known.find(rgb);
-            if (it == known.end()) {
-                it = known.emplace(rgb, map.IndexOf(rgb)).first;
-                if (rgb != 0x00FFFFFF && rgb != grid) ink.insert(rgb);
-            }
+            if (it == known.end()) it = known.emplace(rgb, map.IndexOf(rgb)).first;
             image.Pixels[static_cast<std::size_t>(y) * stride + x] = it->second;
         }
-    inkColors = static_cast<int>(ink.size());
 }

@@ -8,6 +8,9 @@
 
 class CBmpImage;
 
+// Largest colour picture decoded: far above any grid, a bounded allocation.
+inline constexpr long long MaxColorPixels = 1ll << 26;
+
 // Colours as 0x00RRGGBB, top row first.
 struct CColorPixels {
     int Width = 0;
@@ -29,6 +32,5 @@ private:
     int Usable = 0;                 // white, the greys and the grid colour
 };
 
-// An 8-bit picture with the grid palette, top row first. inkColors receives
-// the number of distinct colours that are neither white nor the grid colour.
-void MapToGridPicture(const CColorPixels& pixels, int fontBpp, CBmpImage& image, int& inkColors);
+// An 8-bit picture with the grid palette, top row first.
+void MapToGridPicture(const CColorPixels& pixels, int fontBpp, CBmpImage& image);

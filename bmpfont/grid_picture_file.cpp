@@ -45,10 +45,11 @@ void LoadGridPicture(const std::filesystem::path& path, int fontBpp, CBmpImage& 
     }
     std::vector<uint8_t> bytes = ReadWholeFile(path);
     CColorPixels pixels = IsPng(bytes) ? DecodePng(bytes, path) : DecodeColorBmp(bytes, path);
-    GridPictureSource s;
-    s.Mapped = true;
-    MapToGridPicture(pixels, fontBpp, image, s.InkColors);
-    if (source) *source = s;
+    MapToGridPicture(pixels, fontBpp, image);
+    if (source) {
+        source->Mapped = true;
+        source->Colors = std::move(pixels.Rgb);
+    }
 }
 
 void CheckGridPictureFile(const std::filesystem::path& path, int fontBpp) {

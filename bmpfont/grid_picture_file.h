@@ -3,7 +3,9 @@
 // palette; written as BMP, or as an indexed PNG for a ".png" path.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
+#include <vector>
 
 class CBmpImage;
 
@@ -11,8 +13,8 @@ class CBmpImage;
 struct GridPictureSource {
     // Colours were mapped to the grid palette (the picture had no usable one).
     bool Mapped = false;
-    // Mapped pictures: distinct colours other than white and the grid colour.
-    int InkColors = 0;
+    // Mapped pictures: the colours before mapping (0x00RRGGBB, top row first).
+    std::vector<uint32_t> Colors;
 };
 
 // Loads the picture top row first. 1-, 4- and 8-bit uncompressed BMPs load

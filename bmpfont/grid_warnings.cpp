@@ -32,11 +32,24 @@ uint32_t LevelOfColor(uint32_t rgb, const std::vector<uint32_t>& grid, int fontB
     return best;
 }
 
-std::array<bool, 256> UsedIndices(const CBmpImage& pic) {
-    std::array<bool, 256> used{};
-    for (int y = 0; y < pic.Height; ++y)
-        for (int x = 0; x < pic.Width; ++x) used[pic.GetPixel(x, y) & 0xFF] = true;
-    return used;
+// Palette indices and (for mapped pictures) colours met in the glyph areas.
+struct AreaContents {
+    std::array<bool, 256> Indices{};
+    std::set<uint32_t> Colors;
+};
+
+AreaContents ReadAreas(const CBmpImage& pic, const GridPictureSource& source, const GridAreas& a) {
+    AreaContents out;
+    for (int r = 0; r < a.Rows; ++r)
+        for (int c = 0; c < a.Columns; ++c)
+            for (int y = r * a.PitchY + a.Top, y1 = y + a.Height; y < y1; ++y)
+                for (int x = c * a.PitchX + a.Left, x1 = x + a.Width; x < x1; ++x) {
+                    uint32_t index = pic.GetPixel(x, y) & 0xFF;
+                    out.Indices[index] = true;
+                    out.Colors.insert(source.Mapped ? source.Colors[static_cast<std::size_t>(y) * pic.Width + x]
+                                                    : pic.Palette[index] & 0x00FFFFFF);
+                }
+    return out;
 }
 
 }  // namespace
@@ -47,28 +60,24 @@ uint32_t GridLevel(uint32_t index, uint32_t white, uint32_t maxLevel) {
     return value > maxLevel ? 0 : value;
 }
 
-void WarnAboutGridColors(const CBmpImage& pic, const GridPictureSource& source, int white, int fontBpp) {
+void WarnAboutGridColors(const CBmpImage& pic, const GridPictureSource& source, const GridAreas& areas, int white,
+                         int fontBpp) {
     const uint32_t maxLevel = (1u << fontBpp) - 1;
     const std::vector<uint32_t> grid = GridPalette(fontBpp);
     const uint32_t gridColor = GridPalette(4)[16];
-    std::array<bool, 256> used{};
-    int inkColors = source.InkColors;
-    if (!source.Mapped) {
-        used = UsedIndices(pic);
-        std::set<uint32_t> ink;
-        for (int i = 0; i < pic.PaletteSize; ++i) {
-            uint32_t c = pic.Palette[static_cast<std::size_t>(i)] & 0x00FFFFFF;
-            if (used[static_cast<std::size_t>(i)] && c != White && c != gridColor) ink.insert(c);
-        }
-        inkColors = static_cast<int>(ink.size());
-    }
+    AreaContents seen = ReadAreas(pic, source, areas);
+    const std::array<bool, 256>& used = seen.Indices;
+    seen.Colors.erase(White);
+    seen.Colors.erase(gridColor);
+    int inkColors = static_cast<int>(seen.Colors.size());
     bool tooManyLevels = false;
     if (inkColors > static_cast<int>(maxLevel)) {
         int colors = 2;
         while (colors < 16 && colors - 1 < inkColors) colors *= 2;
         if (colors > static_cast<int>(maxLevel) + 1) {
             tooManyLevels = true;
-            ReportWarning(g_pPgCtrl, "The picture uses %d ink colors, but %d colors keep only %d of them; read it with %d colors.",
+            ReportWarning(g_pPgCtrl,
+                          "The picture uses %d ink colors, but %d colors keep only %d of them; read it with %d colors.",
                           inkColors, static_cast<int>(maxLevel) + 1, static_cast<int>(maxLevel), colors);
         }
     }
@@ -80,10 +89,11 @@ void WarnAboutGridColors(const CBmpImage& pic, const GridPictureSource& source, 
         uint32_t reads = GridLevel(static_cast<uint32_t>(i), static_cast<uint32_t>(white), maxLevel);
         uint32_t means = LevelOfColor(c, grid, fontBpp);
         if (reads != means) {
-            ReportWarning(g_pPgCtrl,
-                          "The palette is not in the grid's order (white at index 0, then the greys, black at index %d): "
-                          "white is at index %d, and index %d (#%06X) reads as level %d though its color is level %d.",
-                          static_cast<int>(maxLevel), white, i, c, reads, means);
+            ReportWarning(
+                g_pPgCtrl,
+                "The palette is not in the grid's order (white at index 0, then the greys, black at index %d): "
+                "white is at index %d, and index %d (#%06X) reads as level %d though its color is level %d.",
+                static_cast<int>(maxLevel), white, i, c, reads, means);
             return;
         }
     }
@@ -97,13 +107,16 @@ void CMissingWidthLines::Add(uint16_t code) {
 void CMissingWidthLines::Report() const {
     if (Count == 0) return;
     std::string list;
-    for (uint16_t code : First) list += (list.empty() ? "" : ", ") + FormatString("'%c' (U+%04X)", static_cast<char16_t>(code), static_cast<int>(code));
+    for (uint16_t code : First)
+        list += (list.empty() ? "" : ", ") +
+                FormatString("'%c' (U+%04X)", static_cast<char16_t>(code), static_cast<int>(code));
     if (static_cast<std::size_t>(Count) > First.size()) list += ", ...";
     ReportWarning(g_pPgCtrl, "%d glyphs have ink but no width line, so their advance is 0: %s.", Count, list);
 }
 
 void ThrowNoInk(const std::filesystem::path& path) {
-    ThrowError("BMP Error:\n No cell of BMP(%s) holds any ink: draw the glyphs in the cells' glyph areas, and read the "
-               "picture with the number of colors it was drawn with.",
-               path);
+    ThrowError(
+        "BMP Error:\n No cell of BMP(%s) holds any ink: draw the glyphs in the cells' glyph areas, and read the "
+        "picture with the number of colors it was drawn with.",
+        path);
 }

@@ -15,10 +15,18 @@ struct GridPictureSource;
 // white index's value, values beyond the font's levels are background.
 uint32_t GridLevel(uint32_t index, uint32_t white, uint32_t maxLevel);
 
-// Warns when the picture uses more ink colours than the font's depth keeps
-// (naming the colour count to read it with), and when a palette picture's
-// entries read as other levels than their colours say (naming what was found).
-void WarnAboutGridColors(const CBmpImage& picture, const GridPictureSource& source, int white, int fontBpp);
+// The glyph areas of a grid: Width x Height pixels at (Left, Top) of every
+// PitchX x PitchY cell.
+struct GridAreas {
+    int Columns, Rows, PitchX, PitchY, Left, Top, Width, Height;
+};
+
+// Warns when the glyph areas use more ink colours than the font's depth keeps
+// (naming the colour count to read them with), and when a palette picture's
+// entries used there read as other levels than their colours say (naming what
+// was found).
+void WarnAboutGridColors(const CBmpImage& picture, const GridPictureSource& source, const GridAreas& areas, int white,
+                         int fontBpp);
 
 // Collects glyphs that have ink but no width line, for one warning.
 class CMissingWidthLines {

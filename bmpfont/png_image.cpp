@@ -21,7 +21,7 @@ CColorPixels DecodePng(const std::vector<uint8_t>& bytes, const std::filesystem:
     if (!png_image_begin_read_from_memory(&image, bytes.data(), bytes.size()))
         ThrowError("Input file(%s) is broken PNG(%s).", path, image.message);
     image.format = PNG_FORMAT_RGBA;
-    if (uint64_t(image.width) * image.height > (1ull << 28)) {
+    if (uint64_t(image.width) * image.height > uint64_t(MaxColorPixels)) {
         png_image_free(&image);
         ThrowError("Input file(%s) is broken PNG(%s).", path, "picture too large");
     }
@@ -51,6 +51,7 @@ void SaveIndexedPng(const std::filesystem::path& path, const CBmpImage& picture)
         rows.Rows.push_back(row);
         top = std::max(top, *std::max_element(row, row + picture.Width));
     }
-    rows.Palette.assign(picture.Palette.begin(), picture.Palette.begin() + std::min<std::size_t>(picture.Palette.size(), top + 1u));
+    rows.Palette.assign(picture.Palette.begin(),
+                        picture.Palette.begin() + std::min<std::size_t>(picture.Palette.size(), top + 1u));
     WritePngRows(path, rows);
 }

@@ -62,7 +62,8 @@ void WritePngRows(const std::filesystem::path& path, const CPngRows& picture) {
         ThrowError("Internal Error:\n Empty or malformed picture for %s.", path);
     std::vector<png_color> palette;
     for (uint32_t c : picture.Palette)
-        palette.push_back(png_color{static_cast<png_byte>(c >> 16), static_cast<png_byte>(c >> 8), static_cast<png_byte>(c)});
+        palette.push_back(
+            png_color{static_cast<png_byte>(c >> 16), static_cast<png_byte>(c >> 8), static_cast<png_byte>(c)});
     CPngSink sink;
     if (!Encode(picture, palette, sink)) ThrowError("Internal Error:\n PNG encoding failed (%s).", sink.Error);
     CBinaryFile file(path);

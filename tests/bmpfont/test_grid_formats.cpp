@@ -83,44 +83,20 @@ std::string TrueColor(const CBmpImage& pic, int bpp, bool withAlpha) {
     return Bmp(pic.Width, pic.Height, 32, withAlpha ? 3 : 0, "", data, withAlpha ? masks : "");
 }
 
-// Run-length data with repeated runs and absolute runs, rows bottom first.
+// Run-length data of repeated runs, rows bottom first (absolute runs and
+// jumps are hand-made below).
 std::string RunLength(const CBmpImage& pic, bool four) {
     std::string data;
-    auto pair = [&](int a, int b) { data += static_cast<char>(a), data += static_cast<char>(b); };
     for (int y = pic.Height - 1; y >= 0; --y) {
-        int x = 0;
-        auto px = [&](int i) { return static_cast<int>(pic.GetPixel(i, y)); };
-        auto runAt = [&](int i) {
-            int n = 1;
-            while (i + n < pic.Width && px(i + n) == px(i) && n < 255) ++n;
-            return n;
-        };
-        while (x < pic.Width) {
-            int n = runAt(x), single = 0;
-            while (x + single < pic.Width && single < 254 && runAt(x + single) < 3) ++single;
-            if (n >= 3 || single < 3) {
-                n = n >= 3 ? n : 1;
-                pair(n, four ? px(x) << 4 | px(x) : px(x));
-                x += n;
-                continue;
-            }
-            pair(0, single);
-            std::string bytes;
-            for (int i = 0; i < single; ++i) {
-                if (!four)
-                    bytes += static_cast<char>(px(x + i));
-                else if (i % 2 == 0)
-                    bytes += static_cast<char>(px(x + i) << 4);
-                else
-                    bytes.back() = static_cast<char>(bytes.back() | px(x + i));
-            }
-            if (bytes.size() % 2) bytes += '\0';
-            data += bytes;
-            x += single;
+        for (int x = 0, n; x < pic.Width; x += n) {
+            uint32_t v = pic.GetPixel(x, y);
+            for (n = 1; x + n < pic.Width && n < 255 && pic.GetPixel(x + n, y) == v;) ++n;
+            data += static_cast<char>(n);
+            data += static_cast<char>(four ? v << 4 | v : v);
         }
-        pair(0, 0);
+        data += std::string("\0\0", 2);
     }
-    pair(0, 1);
+    data += std::string("\0\1", 2);
     return Bmp(pic.Width, pic.Height, four ? 4 : 8, four ? 2 : 1, Palette(pic.Palette, four ? 16 : 256), data);
 }
 
@@ -182,8 +158,9 @@ protected:
 
     CTempDir Dir;
     CHeadlessPgCtrl Pg;
-    std::filesystem::path Order = Dir.Write("abc.xlor", "<letter-order version=\"1.0\"><body><area width=\"2\"/>"
-                                                        "<order>ABC</order></body></letter-order>");
+    std::filesystem::path Order = Dir.Write("abc.xlor",
+                                            "<letter-order version=\"1.0\"><body><area width=\"2\"/>"
+                                            "<order>ABC</order></body></letter-order>");
 };
 
 }  // namespace
@@ -200,11 +177,10 @@ TEST_F(GridFormats, EditorsPicturesReadAsTheirPaletteOriginal) {
             CBmpImage pic;
             LoadBmp(file, pic);
 
-            std::vector<std::pair<std::string, std::string>> variants = {
-                {"24.bmp", TrueColor(pic, 24, false)},
-                {"32.bmp", TrueColor(pic, 32, false)},
-                {"32a.bmp", TrueColor(pic, 32, true)},
-                {"rle8.bmp", RunLength(pic, false)}};
+            std::vector<std::pair<std::string, std::string>> variants = {{"24.bmp", TrueColor(pic, 24, false)},
+                                                                         {"32.bmp", TrueColor(pic, 32, false)},
+                                                                         {"32a.bmp", TrueColor(pic, 32, true)},
+                                                                         {"rle8.bmp", RunLength(pic, false)}};
             if (bpp <= 3) variants.push_back({"rle4.bmp", RunLength(pic, true)});
             for (const auto& [name, bytes] : variants)
                 ExpectSameGlyphs(*original, *Read(Dir.Write(name, bytes), bpp), what + " " + name);
@@ -231,7 +207,8 @@ TEST_F(GridFormats, EditorsPicturesReadAsTheirPaletteOriginal) {
 }
 
 TEST_F(GridFormats, RunLengthEscapesAndBrokenFiles) {
-    // 4 x 2, white and black: two black, then a delta to (3, row 1), one black.
+    // 4 x 2, white and black: two black, then a jump to (3, row 1), one black;
+    // or the top row as an absolute run of three (padded to 16 bits) and one.
     const std::string palette = Palette({0xFFFFFF, 0}, 256);
     auto decode = [&](const std::string& data) {
         auto path = Dir.Write("r.bmp", Bmp(4, 2, 8, 1, palette, data));
@@ -241,13 +218,15 @@ TEST_F(GridFormats, RunLengthEscapesAndBrokenFiles) {
     EXPECT_EQ(decode(std::string("\x02\x01\x00\x02\x01\x01\x01\x01\x00\x01", 10)), want);
     // The end-of-picture code may be missing.
     EXPECT_EQ(decode(std::string("\x02\x01\x00\x02\x01\x01\x01\x01", 8)), want);
+    EXPECT_EQ(decode(std::string("\x02\x01\x02\x00\x00\x00\x00\x03\x00\x00\x00\x00\x01\x01", 14)), want);
 
     auto broken = Dir.Write("b.bmp", Bmp(4, 2, 8, 1, palette, std::string("\x00\x05\x01\x01", 4)));
     EXPECT_EQ(ErrorOf([&] { DecodeColorBmp(ReadWholeFile(broken), broken); }),
               "Input file(" + broken.string() + ") is broken.");
     auto png = Dir.Write("cut.png", std::string("\x89PNG\r\n\x1a\n\0\0\0\x0dIHDR", 16));
-    EXPECT_EQ(ErrorOf([&] { CBmpFontReader(png, Order, 1).CheckParameters(); }).rfind(
-                  "Input file(" + png.string() + ") is broken PNG(", 0),
+    EXPECT_EQ(ErrorOf([&] {
+                  CBmpFontReader(png, Order, 1).CheckParameters();
+              }).rfind("Input file(" + png.string() + ") is broken PNG(", 0),
               0u);
     // Compressions no editor writes for these depths stay refused.
     auto jpeg = Dir.Write("j.bmp", Bmp(4, 2, 24, 4, "", std::string(32, '\0')));

@@ -75,8 +75,9 @@ std::unique_ptr<CFontData> Font(int bpp, bool vertical) {
 
 TEST(GridLossless, EveryCellModeReadsBackWithItsOrigins) {
     CTempDir dir;
-    auto order = dir.Write("t.xlor", "<letter-order version=\"1.0\"><body><area width=\"3\"/><order>Ag-x<sp/>"
-                                     "</order></body></letter-order>");
+    auto order = dir.Write("t.xlor",
+                           "<letter-order version=\"1.0\"><body><area width=\"3\"/><order>Ag-x<sp/>"
+                           "</order></body></letter-order>");
     CHeadlessPgCtrl pg;
     g_pPgCtrl = &pg;
     struct Mode {
@@ -131,13 +132,14 @@ TEST(GridLossless, EveryCellModeReadsBackWithItsOrigins) {
                         ExpectSameGlyphs(*font, back, what);
                     } else {
                         ++clippedCases;
-                        BmpGridLayout l = ComputeGridLayout(*font, o, {m.CellW, m.CellH, m.OffL, m.OffT, m.MarR, m.MarB});
+                        BmpGridLayout l =
+                            ComputeGridLayout(*font, o, {m.CellW, m.CellH, m.OffL, m.OffT, m.MarR, m.MarB});
                         int w = l.CellWidth, h = l.CellHeight;
-                        EXPECT_EQ(written, std::vector<std::string>{std::to_string(clipped) +
-                                                                    " glyphs do not fit in the " + std::to_string(w) +
-                                                                    "x" + std::to_string(h) +
-                                                                    " cell: their pixels or width lines outside it "
-                                                                    "are cut off."})
+                        EXPECT_EQ(written,
+                                  std::vector<std::string>{std::to_string(clipped) + " glyphs do not fit in the " +
+                                                           std::to_string(w) + "x" + std::to_string(h) +
+                                                           " cell: their pixels or width lines outside it "
+                                                           "are cut off."})
                             << what;
                     }
                 }

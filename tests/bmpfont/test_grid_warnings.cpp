@@ -70,8 +70,9 @@ protected:
 
     CTempDir Dir;
     CHeadlessPgCtrl Pg;
-    std::filesystem::path Order = Dir.Write("abcd.xlor", "<letter-order version=\"1.0\"><body><area width=\"4\"/>"
-                                                         "<order>ABCD</order></body></letter-order>");
+    std::filesystem::path Order = Dir.Write("abcd.xlor",
+                                            "<letter-order version=\"1.0\"><body><area width=\"4\"/>"
+                                            "<order>ABCD</order></body></letter-order>");
     std::filesystem::path Bmp = Dir / "grid.bmp";
     std::unique_ptr<CFontData> Font;
 };
@@ -83,9 +84,10 @@ TEST_F(GridWarnings, ColorsTheDepthDropsAndPalettesOutOfOrder) {
     WriteGrid(4);
     for (auto [bpp, colors] : {std::pair{1, 2}, std::pair{2, 4}}) {
         EXPECT_EQ(Read(bpp), "");
-        EXPECT_EQ(Pg.Warnings, std::vector<std::string>{"The picture uses 15 ink colors, but " + std::to_string(colors) +
-                                                        " colors keep only " + std::to_string(colors - 1) +
-                                                        " of them; read it with 16 colors."})
+        EXPECT_EQ(Pg.Warnings,
+                  std::vector<std::string>{"The picture uses 15 ink colors, but " + std::to_string(colors) +
+                                           " colors keep only " + std::to_string(colors - 1) +
+                                           " of them; read it with 16 colors."})
             << bpp;
     }
     EXPECT_EQ(Read(4), "");
@@ -117,9 +119,9 @@ TEST_F(GridWarnings, GlyphsWithoutWidthLinesAndGridsWithoutInk) {
         for (int x = 2; x < 10; ++x) grid.At(cell * 12 + x, 13) = 0;
     grid.Save();
     EXPECT_EQ(Read(1), "");
-    EXPECT_EQ(Pg.Warnings, std::vector<std::string>{
-                               "2 glyphs have ink but no width line, so their advance is 0: 'B' (U+0042), "
-                               "'D' (U+0044)."});
+    EXPECT_EQ(Pg.Warnings,
+              std::vector<std::string>{"2 glyphs have ink but no width line, so their advance is 0: 'B' (U+0042), "
+                                       "'D' (U+0044)."});
     EXPECT_EQ(Font->FindGlyph('B')->LeftSpace + Font->FindGlyph('B')->Ink.Width() + Font->FindGlyph('B')->RightSpace,
               0);
 

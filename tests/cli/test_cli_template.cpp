@@ -44,8 +44,8 @@ TEST(CliTemplate, DrawsABlankGridThatReadsBackAsNoInk) {
     ASSERT_EQ(png.Width, 56);
     ASSERT_EQ(png.Height, 28);
     for (int x = 0; x < 14; ++x) EXPECT_EQ(png.GetPixel(x, 0), x == 2 || x == 4 ? 0u : 3u) << x;
-    r = RunCli(dir, "convert --from-bmp " + Q(dir / "t.png") + " --from-order " + Q(order) +
-                        " --colors 4 --to-zgly " + Q(dir / "t.zgly"));
+    r = RunCli(dir, "convert --from-bmp " + Q(dir / "t.png") + " --from-order " + Q(order) + " --colors 4 --to-zgly " +
+                        Q(dir / "t.zgly"));
     EXPECT_EQ(r.Status, 1);
     EXPECT_NE(r.Err.find("holds any ink"), std::string::npos) << r.Err;
 

@@ -1,5 +1,4 @@
 #include <QTabWidget>
-
 #include <fstream>
 
 #include "ui/in_bmp_dlg.h"
