@@ -41,11 +41,17 @@ void MapToGridPicture(const CColorPixels& pixels, int fontBpp, CBmpImage& image)
     image.Create(pixels.Width, pixels.Height, stride, nullptr, 0);
     // Editors' pictures hold few colours: each is looked up once.
     std::unordered_map<uint32_t, uint8_t> known;
+    uint32_t lastRgb = 0xFFFFFFFF;  // no colour: the first pixel is looked up
+    uint8_t lastIndex = 0;
     for (int y = 0; y < pixels.Height; ++y)
         for (int x = 0; x < pixels.Width; ++x) {
             uint32_t rgb = pixels.Rgb[static_cast<std::size_t>(y) * pixels.Width + x] & 0x00FFFFFF;
-            auto it = known.find(rgb);
-            if (it == known.end()) it = known.emplace(rgb, map.IndexOf(rgb)).first;
-            image.Pixels[static_cast<std::size_t>(y) * stride + x] = it->second;
+            if (rgb != lastRgb) {
+                auto it = known.find(rgb);
+                if (it == known.end()) it = known.emplace(rgb, map.IndexOf(rgb)).first;
+                lastRgb = rgb;
+                lastIndex = it->second;
+            }
+            image.Pixels[static_cast<std::size_t>(y) * stride + x] = lastIndex;
         }
 }

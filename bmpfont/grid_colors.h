@@ -9,7 +9,7 @@
 class CBmpImage;
 
 // Largest colour picture decoded: far above any grid, a bounded allocation.
-inline constexpr long long MaxColorPixels = 1ll << 26;
+inline constexpr long long MaxColorPixels = 1ll << 25;
 
 // Colours as 0x00RRGGBB, top row first.
 struct CColorPixels {

@@ -40,15 +40,21 @@ struct AreaContents {
 
 AreaContents ReadAreas(const CBmpImage& pic, const GridPictureSource& source, const GridAreas& a) {
     AreaContents out;
+    uint32_t last = 0xFFFFFFFF;  // runs of one colour are looked up once
     for (int r = 0; r < a.Rows; ++r)
         for (int c = 0; c < a.Columns; ++c)
             for (int y = r * a.PitchY + a.Top, y1 = y + a.Height; y < y1; ++y)
                 for (int x = c * a.PitchX + a.Left, x1 = x + a.Width; x < x1; ++x) {
                     uint32_t index = pic.GetPixel(x, y) & 0xFF;
                     out.Indices[index] = true;
-                    out.Colors.insert(source.Mapped ? source.Colors[static_cast<std::size_t>(y) * pic.Width + x]
-                                                    : pic.Palette[index] & 0x00FFFFFF);
+                    if (source.Mapped) {
+                        uint32_t rgb = source.Colors[static_cast<std::size_t>(y) * pic.Width + x];
+                        if (rgb != last) out.Colors.insert(last = rgb);
+                    }
                 }
+    for (int i = 0; i < pic.PaletteSize && !source.Mapped; ++i)
+        if (out.Indices[static_cast<std::size_t>(i)])
+            out.Colors.insert(pic.Palette[static_cast<std::size_t>(i)] & 0x00FFFFFF);
     return out;
 }
 
