@@ -79,13 +79,16 @@ void LoadBmp(CBinaryFile& file, CBmpImage& image) {
     std::vector<uint32_t> palette;
     if (h.Bpp <= 8) {
         uint64_t paletteAt = uint64_t(BmpFileHeaderBytes) + h.InfoSize;  // after the whole information header
-        uint64_t paletteBytes = 4ull << h.Bpp;
+        // A short palette (colours used below 2^bpp) is all the file holds;
+        // the entries it does not declare stay 0.
+        uint64_t entries = h.ColorsUsed > 0 && h.ColorsUsed < (1u << h.Bpp) ? h.ColorsUsed : 1u << h.Bpp;
+        uint64_t paletteBytes = 4 * entries;
         if (paletteAt + paletteBytes > fileSize) ThrowBroken(file);
         std::vector<uint8_t> raw(paletteBytes);
         file.Seek(static_cast<uint32_t>(paletteAt));
         ReadExactly(file, raw.data(), paletteBytes);
-        palette.resize(paletteBytes / 4);
-        for (std::size_t i = 0; i < palette.size(); ++i) palette[i] = Get32(raw.data() + 4 * i);
+        palette.assign(std::size_t(1) << h.Bpp, 0);
+        for (std::size_t i = 0; i < entries; ++i) palette[i] = Get32(raw.data() + 4 * i);
     }
     uint64_t rows = h.Height < 0 ? uint64_t(-int64_t(h.Height)) : uint64_t(h.Height);
     uint64_t stride = ((uint64_t(h.Bpp) * uint64_t(h.Width) + 31) / 32) * 4;

@@ -76,8 +76,8 @@ BmpGridLayout ComputeGridLayout(const CFontData& font, const CGlyphOrder& order,
     return l;
 }
 
-void CreateGridPicture(CBmpImage& image, const BmpGridLayout& l) {
-    int n = 1 << l.Bpp;
+std::vector<uint32_t> GridPalette(int bpp) {
+    int n = 1 << bpp;
     std::vector<uint32_t> palette(256, 0);
     palette[0] = 0x00FFFFFF;
     for (int i = 1; i < n; ++i) {
@@ -85,6 +85,12 @@ void CreateGridPicture(CBmpImage& image, const BmpGridLayout& l) {
         palette[static_cast<std::size_t>(i)] = grey | (grey << 8) | (grey << 16);
     }
     if (n < 256) palette[static_cast<std::size_t>(n)] = (0x99u << 16) | (0xAAu << 8) | 0x99u;
+    return palette;
+}
+
+void CreateGridPicture(CBmpImage& image, const BmpGridLayout& l) {
+    int n = 1 << l.Bpp;
+    std::vector<uint32_t> palette = GridPalette(l.Bpp);
     image.SetPalette(8, palette.data(), static_cast<uint32_t>(n < 256 ? n + 1 : n), static_cast<uint32_t>(n));
     int width = l.Columns * l.PitchX, height = l.Rows * l.PitchY;
     image.Create(width, height, (width + 3) & ~3, nullptr, 0);

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <vector>
 
 class CBmpImage;
 class CFontData;
@@ -49,5 +50,8 @@ BmpGridLayout ComputeGridLayout(const CFontData& font, const CGlyphOrder& order,
 // Refuses an order whose grid cannot become a picture (no cells, or more cells
 // than any picture may hold).
 void CheckOrderGrid(const CGlyphOrder& order, const std::filesystem::path& orderPath);
+// The writer's 256 palette entries for a font of bpp bits: white, the greys
+// down to black, the grid colour, then black.
+std::vector<uint32_t> GridPalette(int bpp);
 // An all-white 8-bit picture of the layout's size with the grid palette.
 void CreateGridPicture(CBmpImage& image, const BmpGridLayout& layout);

@@ -4,7 +4,8 @@
 #include <memory>
 #include <vector>
 
-#include "bmpfont/bmp_file.h"
+#include "bmpfont/grid_picture_file.h"
+#include "bmpfont/grid_warnings.h"
 #include "core/bit_stream.h"
 #include "core/bmp_image.h"
 #include "core/font_data.h"
@@ -13,7 +14,6 @@
 #include "core/glyph_order.h"
 #include "core/pg_ctrl.h"
 #include "xmlfiles/glyph_order_files.h"
-#include "zgly/binary_file.h"
 
 namespace {
 
@@ -64,16 +64,10 @@ int FindWhite(const CBmpImage& pic) {
     return white;
 }
 
-// Palette index -> grey level: white is background, index 0 stands for the
-// white index's value, values beyond the font's levels are background.
 class CColorModel {
 public:
     CColorModel(int white, int fontBpp) : WhiteIndex(static_cast<uint32_t>(white)), MaxLevel((1u << fontBpp) - 1) {}
-    uint32_t Level(uint32_t p) const {
-        if (p == WhiteIndex) return 0;
-        uint32_t value = p == 0 ? WhiteIndex : p;
-        return value > MaxLevel ? 0 : value;
-    }
+    uint32_t Level(uint32_t p) const { return GridLevel(p, WhiteIndex, MaxLevel); }
     uint32_t WhiteIndex;
     uint32_t MaxLevel;
 };
@@ -160,15 +154,15 @@ bool CheckCellFrame(const CBmpImage& pic, int x, int y, int w, int h, bool verti
 // the reading need them.
 struct LoadedGrid {
     CBmpImage Picture;
+    GridPictureSource Source;
     CGlyphOrder Order;
     GridGeometry Geometry;
 };
 
 std::unique_ptr<LoadedGrid> LoadGrid(const std::filesystem::path& path, const std::filesystem::path& orderPath,
-                                     int columnsRowsProgress) {
+                                     int fontBpp, int columnsRowsProgress) {
     auto grid = std::make_unique<LoadedGrid>();
-    CBinaryFile file(path);
-    LoadBmp(file, grid->Picture);
+    LoadGridPicture(path, fontBpp, grid->Picture, &grid->Source);
     grid->Order.Load(orderPath);
     CheckGridSize(grid->Picture, grid->Order, orderPath);
     if (columnsRowsProgress) g_pPgCtrl->SetProgressRange(grid->Order.Width * grid->Order.Height);
@@ -179,10 +173,10 @@ std::unique_ptr<LoadedGrid> LoadGrid(const std::filesystem::path& path, const st
 }  // namespace
 
 void CBmpFontReader::CheckParameters() {
-    CheckBmpFile(Path);
+    CheckGridPictureFile(Path, Bpp);
     CheckGlyphOrderFile(OrderPath);
     if (Bpp < 1 || Bpp > 8) ThrowError("Internal Error:\n Bpp(%d) out of range.", Bpp);
-    auto grid = LoadGrid(Path, OrderPath, 0);
+    auto grid = LoadGrid(Path, OrderPath, Bpp, 0);
     const GridGeometry& g = grid->Geometry;
     FindWhite(grid->Picture);
     for (int r = 0; r < g.Rows; ++r)
@@ -200,7 +194,7 @@ void CBmpFontReader::Read(CFontData& font, const CFontFilter& filter) {
     g_pPgCtrl->SetStatus(" Reading BMP...");
     g_pPgCtrl->ResetProgress();
     font.Bpp.Set(Bpp);
-    auto grid = LoadGrid(Path, OrderPath, 1);
+    auto grid = LoadGrid(Path, OrderPath, Bpp, 1);
     const CBmpImage& pic = grid->Picture;
     const GridGeometry& g = grid->Geometry;
     font.IsVertical.Set(g.Vertical);
@@ -214,6 +208,10 @@ void CBmpFontReader::Read(CFontData& font, const CFontFilter& filter) {
     int white = FindWhite(pic);
     int second = pic.FindColor(White, white + 1);
     if (second >= 0 && second < (1 << Bpp)) ReportWarning(g_pPgCtrl, "2 or more white colors are found.");
+    WarnAboutGridColors(pic, grid->Source,
+                        GridAreas{g.Columns, g.Rows, g.PitchX, g.PitchY, g.Vertical ? 4 : 2, 2, std::max(g.AreaW, 0),
+                                  std::max(g.AreaH, 0)},
+                        white, Bpp);
     CColorModel colors(white, Bpp);
     uint32_t whiteIndex = static_cast<uint32_t>(white);
 
@@ -230,12 +228,17 @@ void CBmpFontReader::Read(CFontData& font, const CFontFilter& filter) {
     font.ReserveGlyphs(static_cast<std::size_t>(g.Columns) * g.Rows);
     int cellPixels = g.AreaW * g.AreaH;
     int glyphLeft = g.Vertical ? 4 : 2;
+    int cellsRead = 0, inked = 0, excluded = 0;
+    CMissingWidthLines missingLines;
     for (int r = 0; r < g.Rows; ++r)
         for (int c = 0; c < g.Columns; ++c) {
             uint16_t code = grid->Order.GetCode(c, r);
             g_pPgCtrl->StepProgress(1);
             int x0 = c * g.PitchX, y0 = r * g.PitchY;
-            if (code != NoCode && filter.IsExcluded(code)) continue;
+            if (code != NoCode && filter.IsExcluded(code)) {
+                ++excluded;
+                continue;
+            }
             pic.ExtractRect(cell.data(), x0 + glyphLeft, y0 + 2, g.AreaW, g.AreaH);
             if (g.Vertical)
                 pic.ExtractRect(line.data(), x0 + 2, y0 + 2, 1, g.AreaH);
@@ -258,6 +261,14 @@ void CBmpFontReader::Read(CFontData& font, const CFontFilter& filter) {
             bool empty = g.Vertical
                              ? glyph->TopSpace == 0 && glyph->Ink.Y1 == glyph->Ink.Y0 && glyph->BottomSpace == 0
                              : glyph->LeftSpace == 0 && glyph->Ink.X1 == glyph->Ink.X0 && glyph->RightSpace == 0;
+            ++cellsRead;
+            if (glyph->Ink.Width() > 0) {
+                ++inked;
+                if (m.Before == g.LineLength()) missingLines.Add(code);
+            }
             if (!empty) font.AddGlyph(std::move(glyph), code);
         }
+    missingLines.Report();
+    // A filter may leave only blank cells; without one, a grid without ink is a mistake.
+    if (cellsRead > 0 && inked == 0 && excluded == 0) ThrowNoInk(Path);
 }

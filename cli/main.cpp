@@ -17,6 +17,7 @@
 #include "cli/options.h"
 #include "cli/preview_command.h"
 #include "cli/settings_replay.h"
+#include "cli/template_command.h"
 #include "core/conversion.h"
 #include "core/general_exception.h"
 #include "xmlfiles/glyph_order_files.h"
@@ -73,25 +74,30 @@ int RunCommand(const CliOptions& options) {
 
 }  // namespace
 
+// Parses and runs one command line; usage errors are thrown as CUsageError,
+// failures as CGeneralException.
+static int RunCommandLine(std::vector<std::string> args) {
+    if (!args.empty() && args[0] == "build") return RunBuildCommand({args.begin() + 1, args.end()});
+    if (IsTemplateCommand(args)) {
+        RunTemplateCommand(ParseTemplateCommand(args));
+        return ExitDone;
+    }
+    // A window's settings file becomes the options it stands for.
+    if (!args.empty() && args[0] == "convert") {
+        std::vector<std::string> rest = ExpandSettingsOption({args.begin() + 1, args.end()});
+        rest.insert(rest.begin(), args[0]);
+        args = rest;
+    }
+    return RunCommand(ParseCommandLine(args));
+}
+
 int main(int argc, char** argv) {
-    std::vector<std::string> args(argv + 1, argv + argc);
     CXmlPlatform xml;
     // Every failure ends here: its message as the message window shows it, status 1.
     try {
-        if (!args.empty() && args[0] == "build") return RunBuildCommand({args.begin() + 1, args.end()});
-        CliOptions options;
-        try {
-            // A window's settings file becomes the options it stands for.
-            if (!args.empty() && args[0] == "convert") {
-                std::vector<std::string> rest = ExpandSettingsOption({args.begin() + 1, args.end()});
-                rest.insert(rest.begin(), args[0]);
-                args = rest;
-            }
-            options = ParseCommandLine(args);
-        } catch (const CUsageError& e) {
-            return UsageError(e.what());
-        }
-        return RunCommand(options);
+        return RunCommandLine({argv + 1, argv + argc});
+    } catch (const CUsageError& e) {
+        return UsageError(e.what());
     } catch (const CGeneralException& e) {
         std::fprintf(stderr, "%s\n", e.Message.c_str());
     } catch (const std::bad_alloc&) {

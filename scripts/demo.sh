@@ -77,4 +77,23 @@ echo "新しい台詞。" >> out/game/text/ja.txt
 "$cli" preview out/game/fonts/pixel.zgly --zoom 4 --out out/game-pixel-preview.png --text 'HP 120/120  MP 45/60'
 ls -l out/game/fonts out/game-*.png
 
+
+step "A glyph grid explained: DejaVu Sans, 12 px, 4 grey levels, three cells zoomed -> out/demo-cells.png (docs/grid-cells.png)"
+printf '<letter-order version="1.0"><body><area width="3"/><order>Ag&#xE9;</order></body></letter-order>\n' >out/demo-cells.xlor
+"$cli" convert --from-font "DejaVu Sans" --size 12 --levels 4 --to-bmp out/demo-cells.bmp --to-order out/demo-cells.xlor
+# Debian's own Python carries the imaging library even where another python3 comes first.
+py=/usr/bin/python3; [ -x "$py" ] || py=python3
+"$py" scripts/grid_cells.py out/demo-cells.bmp 3 1 3 out/demo-cells.png
+
+step "Grids as PNG: out/demo.zgly in 16x16 cells (smaller than its glyphs: clipped, with a warning) -> out/demo-16.png, read back"
+"$cli" convert --from-zgly out/demo.zgly --to-bmp out/demo-16.png --to-order Latin1 --cell 16x16
+"$cli" convert --from-bmp out/demo-16.png --from-order Latin1 --colors 16 --to-zgly out/demo-from-png.zgly
+head_of -n4 "$cli" info out/demo-from-png.zgly
+
+step "A blank Latin1 grid to draw in -> out/demo-template.png; read back unchanged, it holds no ink"
+"$cli" template --order Latin1 --cell 12x16 --baseline 12 --colors 4 --out out/demo-template.png
+"$cli" convert --from-bmp out/demo-template.png --from-order Latin1 --colors 4 --to-zgly out/demo-blank.zgly \
+  && { echo "demo: a blank grid must not give a font"; exit 1; } || true
+
+
 step "Done: $(ls out/demo*.zgly out/demo*.bmp out/demo*.png out/game-*.png | tr '\n' ' ')"

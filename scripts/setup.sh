@@ -10,6 +10,7 @@ packages=(
   qt6-base-dev
   fonts-dejavu-core fonts-ipafont-gothic
   xvfb openbox
+  python3-pil
 )
 
 missing=()

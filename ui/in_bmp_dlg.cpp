@@ -9,10 +9,17 @@
 #include "ui/path_combo.h"
 #include "ui/settings_store.h"
 
+namespace {
+
+// Glyph grids are read as BMP or PNG.
+const char* GridPictureFilter = "Bitmap Image (*.bmp);;PNG Image (*.png);;all files (*.*)";
+
+}  // namespace
+
 CInBmpDlg::CInBmpDlg(const CSettingsStore& settings, const GlyphOrderList& orders, QWidget* parent)
     : CInDlg(settings, parent),
       BitmapField(MakeChild<CPathCombo>(
-          this, settings, PathFieldKind{"InBmpPath", "Bitmap Image (*.bmp);;all files (*.*)", "bmp", true})),
+          this, settings, PathFieldKind{"InBmpPath", GridPictureFilter, "bmp", true})),
       OrderList(MakeChild<QComboBox>(this)),
       ColorsList(MakeChild<QComboBox>(this)),
       GlyphOrders(orders) {

@@ -17,6 +17,9 @@
 
 namespace {
 
+// Glyph grids are read and written as BMP or PNG.
+const char* GridPictureFilter = "Bitmap Image (*.bmp);;PNG Image (*.png);;all files (*.*)";
+
 const char* Section = "OutBmp";
 const std::array<const char*, 4> SizeLabels = {"&Width:", "&Height:", "&Left:", "&Top:"};
 const std::array<const char*, 4> SizeKeys = {"Width", "Height", "Left", "Top"};
@@ -28,7 +31,7 @@ const std::array<const char*, 4> MarginKeys = {"MarginLeft", "MarginTop", "Margi
 COutBmpDlg::COutBmpDlg(const CSettingsStore& settings, const GlyphOrderList& orders, QWidget* parent)
     : COutDlg(settings, parent),
       BitmapField(MakeChild<CPathCombo>(
-          this, settings, PathFieldKind{"OutBmpPath", "Bitmap Image (*.bmp);;all files (*.*)", "bmp", false})),
+          this, settings, PathFieldKind{"OutBmpPath", GridPictureFilter, "bmp", false})),
       OrderList(MakeChild<QComboBox>(this)),
       Options(MakeChild<QWidget>(this)),
       GlyphOrders(orders) {

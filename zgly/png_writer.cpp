@@ -34,7 +34,7 @@ void OnWarning(png_structp, png_const_charp) {}
 
 // Encodes into memory; false with sink.Error set when libpng fails. Kept free
 // of objects with destructors between setjmp and the end, for longjmp.
-bool Encode(const CRgbImage& image, const std::vector<png_bytep>& rows, CPngSink& sink) {
+bool Encode(const CPngRows& picture, const std::vector<png_color>& palette, CPngSink& sink) {
     png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, &sink, OnError, OnWarning);
     if (!png) return false;
     png_infop info = png_create_info_struct(png);
@@ -43,10 +43,12 @@ bool Encode(const CRgbImage& image, const std::vector<png_bytep>& rows, CPngSink
         return false;
     }
     png_set_write_fn(png, &sink, AppendBytes, NoFlush);
-    png_set_IHDR(png, info, static_cast<png_uint_32>(image.Width), static_cast<png_uint_32>(image.Height), 8,
-                 PNG_COLOR_TYPE_RGB, PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
+    png_set_IHDR(png, info, static_cast<png_uint_32>(picture.Width), static_cast<png_uint_32>(picture.Height), 8,
+                 palette.empty() ? PNG_COLOR_TYPE_RGB : PNG_COLOR_TYPE_PALETTE, PNG_INTERLACE_NONE,
+                 PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
+    if (!palette.empty()) png_set_PLTE(png, info, palette.data(), static_cast<int>(palette.size()));
     png_write_info(png, info);
-    png_write_image(png, const_cast<png_bytepp>(rows.data()));
+    png_write_image(png, const_cast<png_bytepp>(picture.Rows.data()));
     png_write_end(png, nullptr);
     png_destroy_write_struct(&png, &info);
     return true;
@@ -54,17 +56,30 @@ bool Encode(const CRgbImage& image, const std::vector<png_bytep>& rows, CPngSink
 
 }  // namespace
 
-void WritePng(const std::filesystem::path& path, const CRgbImage& image) {
-    if (image.Width <= 0 || image.Height <= 0 ||
-        image.Rgb.size() != static_cast<std::size_t>(image.Width) * image.Height * 3)
+void WritePngRows(const std::filesystem::path& path, const CPngRows& picture) {
+    if (picture.Width <= 0 || picture.Height <= 0 || picture.Rows.size() != static_cast<std::size_t>(picture.Height) ||
+        picture.Palette.size() > 256)
         ThrowError("Internal Error:\n Empty or malformed picture for %s.", path);
-    std::vector<png_bytep> rows(static_cast<std::size_t>(image.Height));
-    for (int y = 0; y < image.Height; ++y)
-        rows[y] = const_cast<png_bytep>(image.Rgb.data() + static_cast<std::size_t>(y) * image.Width * 3);
+    std::vector<png_color> palette;
+    for (uint32_t c : picture.Palette)
+        palette.push_back(
+            png_color{static_cast<png_byte>(c >> 16), static_cast<png_byte>(c >> 8), static_cast<png_byte>(c)});
     CPngSink sink;
-    if (!Encode(image, rows, sink)) ThrowError("Internal Error:\n PNG encoding failed (%s).", sink.Error);
+    if (!Encode(picture, palette, sink)) ThrowError("Internal Error:\n PNG encoding failed (%s).", sink.Error);
     CBinaryFile file(path);
     file.Open(CBinaryFile::Mode::Write);
     file.Write(sink.Bytes.data(), static_cast<uint32_t>(sink.Bytes.size()));
     file.Close();
+}
+
+void WritePng(const std::filesystem::path& path, const CRgbImage& image) {
+    if (image.Width <= 0 || image.Height <= 0 ||
+        image.Rgb.size() != static_cast<std::size_t>(image.Width) * image.Height * 3)
+        ThrowError("Internal Error:\n Empty or malformed picture for %s.", path);
+    CPngRows picture;
+    picture.Width = image.Width;
+    picture.Height = image.Height;
+    for (int y = 0; y < image.Height; ++y)
+        picture.Rows.push_back(image.Rgb.data() + static_cast<std::size_t>(y) * image.Width * 3);
+    WritePngRows(path, picture);
 }

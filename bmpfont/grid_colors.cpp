@@ -1,0 +1,57 @@
+#include "bmpfont/grid_colors.h"
+
+#include <algorithm>
+#include <unordered_map>
+
+#include "bmpfont/bmp_font_layout.h"
+#include "core/bmp_image.h"
+
+namespace {
+
+int Distance(uint32_t a, uint32_t b) {
+    int d = 0;
+    for (int shift : {0, 8, 16}) {
+        int x = static_cast<int>((a >> shift) & 0xFF) - static_cast<int>((b >> shift) & 0xFF);
+        d += x * x;
+    }
+    return d;
+}
+
+}  // namespace
+
+CGridColorMap::CGridColorMap(int fontBpp) : Entries(GridPalette(fontBpp)) {
+    int n = 1 << fontBpp;
+    Usable = std::min(n + 1, 256);
+}
+
+uint8_t CGridColorMap::IndexOf(uint32_t rgb) const {
+    rgb &= 0x00FFFFFF;
+    int best = 0, bestDistance = Distance(rgb, Entries[0]);
+    for (int i = 0; i < Usable && bestDistance > 0; ++i) {
+        int d = Distance(rgb, Entries[static_cast<std::size_t>(i)]);
+        if (d < bestDistance) best = i, bestDistance = d;
+    }
+    return static_cast<uint8_t>(best);
+}
+
+void MapToGridPicture(const CColorPixels& pixels, int fontBpp, CBmpImage& image) {
+    CGridColorMap map(fontBpp);
+    image.SetPalette(8, map.Palette().data(), 0, 0);
+    int stride = (pixels.Width + 3) & ~3;
+    image.Create(pixels.Width, pixels.Height, stride, nullptr, 0);
+    // Editors' pictures hold few colours: each is looked up once.
+    std::unordered_map<uint32_t, uint8_t> known;
+    uint32_t lastRgb = 0xFFFFFFFF;  // no colour: the first pixel is looked up
+    uint8_t lastIndex = 0;
+    for (int y = 0; y < pixels.Height; ++y)
+        for (int x = 0; x < pixels.Width; ++x) {
+            uint32_t rgb = pixels.Rgb[static_cast<std::size_t>(y) * pixels.Width + x] & 0x00FFFFFF;
+            if (rgb != lastRgb) {
+                auto it = known.find(rgb);
+                if (it == known.end()) it = known.emplace(rgb, map.IndexOf(rgb)).first;
+                lastRgb = rgb;
+                lastIndex = it->second;
+            }
+            image.Pixels[static_cast<std::size_t>(y) * stride + x] = lastIndex;
+        }
+}

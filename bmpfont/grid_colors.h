@@ -1,0 +1,36 @@
+// Pictures whose pixels are colours rather than palette indices (true-colour
+// and run-length BMPs, PNG), turned into the 8-bit grid picture the reader
+// expects by mapping each colour to the writer's palette for the font's depth.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+class CBmpImage;
+
+// Largest colour picture decoded: far above any grid, a bounded allocation.
+inline constexpr long long MaxColorPixels = 1ll << 25;
+
+// Colours as 0x00RRGGBB, top row first.
+struct CColorPixels {
+    int Width = 0;
+    int Height = 0;
+    std::vector<uint32_t> Rgb;
+};
+
+// The grid palette's colour that a colour stands for: an exact match of the
+// entries white, the greys, black and the grid colour first, else the nearest
+// of them. Returns the palette index.
+class CGridColorMap {
+public:
+    explicit CGridColorMap(int fontBpp);
+    uint8_t IndexOf(uint32_t rgb) const;
+    const std::vector<uint32_t>& Palette() const { return Entries; }
+
+private:
+    std::vector<uint32_t> Entries;  // all 256, as the writer fills them
+    int Usable = 0;                 // white, the greys and the grid colour
+};
+
+// An 8-bit picture with the grid palette, top row first.
+void MapToGridPicture(const CColorPixels& pixels, int fontBpp, CBmpImage& image);

@@ -1,0 +1,21 @@
+// A blank glyph grid to draw a new font in: frames and both marks, no glyphs
+// and no width lines.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+
+class CGlyphOrder;
+
+struct GridTemplateSettings {
+    int32_t CellWidth = 16;
+    int32_t CellHeight = 16;
+    // Horizontal: rows from the glyph area's top to the baseline. Vertical:
+    // columns from the glyph area's right edge to the origin.
+    int32_t Baseline = 12;
+    int32_t Bpp = 1;
+    bool Vertical = false;
+};
+
+// Draws the grid for the loaded order and saves it (PNG for a ".png" path).
+void WriteGridTemplate(const std::filesystem::path& out, const CGlyphOrder& order, const GridTemplateSettings& s);

@@ -1,0 +1,128 @@
+#include "bmpfont/grid_warnings.h"
+
+#include <array>
+#include <set>
+
+#include "bmpfont/bmp_font_layout.h"
+#include "bmpfont/grid_picture_file.h"
+#include "core/bmp_image.h"
+#include "core/general_exception.h"
+#include "core/pg_ctrl.h"
+
+namespace {
+
+constexpr uint32_t White = 0x00FFFFFF;
+constexpr std::size_t ListedGlyphs = 5;
+
+int Distance(uint32_t a, uint32_t b) {
+    int d = 0;
+    for (int shift : {0, 8, 16}) {
+        int x = static_cast<int>((a >> shift) & 0xFF) - static_cast<int>((b >> shift) & 0xFF);
+        d += x * x;
+    }
+    return d;
+}
+
+// The level a colour stands for in the grid of a fontBpp font: the nearest of
+// white, the greys and black.
+uint32_t LevelOfColor(uint32_t rgb, const std::vector<uint32_t>& grid, int fontBpp) {
+    uint32_t best = 0;
+    for (uint32_t i = 1; i < (1u << fontBpp); ++i)
+        if (Distance(rgb, grid[i]) < Distance(rgb, grid[best])) best = i;
+    return best;
+}
+
+// Palette indices and (for mapped pictures) colours met in the glyph areas.
+struct AreaContents {
+    std::array<bool, 256> Indices{};
+    std::set<uint32_t> Colors;
+};
+
+AreaContents ReadAreas(const CBmpImage& pic, const GridPictureSource& source, const GridAreas& a) {
+    AreaContents out;
+    uint32_t last = 0xFFFFFFFF;  // runs of one colour are looked up once
+    for (int r = 0; r < a.Rows; ++r)
+        for (int c = 0; c < a.Columns; ++c)
+            for (int y = r * a.PitchY + a.Top, y1 = y + a.Height; y < y1; ++y)
+                for (int x = c * a.PitchX + a.Left, x1 = x + a.Width; x < x1; ++x) {
+                    uint32_t index = pic.GetPixel(x, y) & 0xFF;
+                    out.Indices[index] = true;
+                    if (source.Mapped) {
+                        uint32_t rgb = source.Colors[static_cast<std::size_t>(y) * pic.Width + x];
+                        if (rgb != last) out.Colors.insert(last = rgb);
+                    }
+                }
+    for (int i = 0; i < pic.PaletteSize && !source.Mapped; ++i)
+        if (out.Indices[static_cast<std::size_t>(i)])
+            out.Colors.insert(pic.Palette[static_cast<std::size_t>(i)] & 0x00FFFFFF);
+    return out;
+}
+
+}  // namespace
+
+uint32_t GridLevel(uint32_t index, uint32_t white, uint32_t maxLevel) {
+    if (index == white) return 0;
+    uint32_t value = index == 0 ? white : index;
+    return value > maxLevel ? 0 : value;
+}
+
+void WarnAboutGridColors(const CBmpImage& pic, const GridPictureSource& source, const GridAreas& areas, int white,
+                         int fontBpp) {
+    const uint32_t maxLevel = (1u << fontBpp) - 1;
+    const std::vector<uint32_t> grid = GridPalette(fontBpp);
+    const uint32_t gridColor = GridPalette(4)[16];
+    AreaContents seen = ReadAreas(pic, source, areas);
+    const std::array<bool, 256>& used = seen.Indices;
+    seen.Colors.erase(White);
+    seen.Colors.erase(gridColor);
+    int inkColors = static_cast<int>(seen.Colors.size());
+    bool tooManyLevels = false;
+    if (inkColors > static_cast<int>(maxLevel)) {
+        int colors = 2;
+        while (colors < 16 && colors - 1 < inkColors) colors *= 2;
+        if (colors > static_cast<int>(maxLevel) + 1) {
+            tooManyLevels = true;
+            ReportWarning(g_pPgCtrl,
+                          "The picture uses %d ink colors, but %d colors keep only %d of them; read it with %d colors.",
+                          inkColors, static_cast<int>(maxLevel) + 1, static_cast<int>(maxLevel), colors);
+        }
+    }
+    // Greys the depth drops are explained above; a moved white is not.
+    if (source.Mapped || (tooManyLevels && white == 0)) return;
+    for (int i = 0; i < pic.PaletteSize; ++i) {
+        uint32_t c = pic.Palette[static_cast<std::size_t>(i)] & 0x00FFFFFF;
+        if (!used[static_cast<std::size_t>(i)] || c == White || c == gridColor) continue;
+        uint32_t reads = GridLevel(static_cast<uint32_t>(i), static_cast<uint32_t>(white), maxLevel);
+        uint32_t means = LevelOfColor(c, grid, fontBpp);
+        if (reads != means) {
+            ReportWarning(
+                g_pPgCtrl,
+                "The palette is not in the grid's order (white at index 0, then the greys, black at index %d): "
+                "white is at index %d, and index %d (#%06X) reads as level %d though its color is level %d.",
+                static_cast<int>(maxLevel), white, i, c, reads, means);
+            return;
+        }
+    }
+}
+
+void CMissingWidthLines::Add(uint16_t code) {
+    ++Count;
+    if (First.size() < ListedGlyphs) First.push_back(code);
+}
+
+void CMissingWidthLines::Report() const {
+    if (Count == 0) return;
+    std::string list;
+    for (uint16_t code : First)
+        list += (list.empty() ? "" : ", ") +
+                FormatString("'%c' (U+%04X)", static_cast<char16_t>(code), static_cast<int>(code));
+    if (static_cast<std::size_t>(Count) > First.size()) list += ", ...";
+    ReportWarning(g_pPgCtrl, "%d glyphs have ink but no width line, so their advance is 0: %s.", Count, list);
+}
+
+void ThrowNoInk(const std::filesystem::path& path) {
+    ThrowError(
+        "BMP Error:\n No cell of BMP(%s) holds any ink: draw the glyphs in the cells' glyph areas, and read the "
+        "picture with the number of colors it was drawn with.",
+        path);
+}

@@ -1,0 +1,57 @@
+#include "bmpfont/png_image.h"
+
+#include <png.h>
+
+#include <algorithm>
+#include <cstring>
+
+#include "core/bmp_image.h"
+#include "core/general_exception.h"
+#include "zgly/png_writer.h"
+
+bool IsPng(const std::vector<uint8_t>& bytes) {
+    static const uint8_t signature[8] = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
+    return bytes.size() >= 8 && std::memcmp(bytes.data(), signature, 8) == 0;
+}
+
+CColorPixels DecodePng(const std::vector<uint8_t>& bytes, const std::filesystem::path& path) {
+    png_image image;
+    std::memset(&image, 0, sizeof image);
+    image.version = PNG_IMAGE_VERSION;
+    if (!png_image_begin_read_from_memory(&image, bytes.data(), bytes.size()))
+        ThrowError("Input file(%s) is broken PNG(%s).", path, image.message);
+    image.format = PNG_FORMAT_RGBA;
+    if (uint64_t(image.width) * image.height > uint64_t(MaxColorPixels)) {
+        png_image_free(&image);
+        ThrowError("Input file(%s) is broken PNG(%s).", path, "picture too large");
+    }
+    std::vector<uint8_t> rgba(PNG_IMAGE_SIZE(image));
+    if (!png_image_finish_read(&image, nullptr, rgba.data(), 0, nullptr))
+        ThrowError("Input file(%s) is broken PNG(%s).", path, image.message);
+    CColorPixels out;
+    out.Width = static_cast<int>(image.width);
+    out.Height = static_cast<int>(image.height);
+    out.Rgb.resize(static_cast<std::size_t>(out.Width) * out.Height);
+    for (std::size_t i = 0; i < out.Rgb.size(); ++i) {
+        const uint8_t* p = rgba.data() + 4 * i;
+        uint32_t a = p[3], rgb = 0;
+        for (int c = 0; c < 3; ++c) rgb = (rgb << 8) | ((p[c] * a + 255 * (255 - a) + 127) / 255);
+        out.Rgb[i] = rgb;
+    }
+    return out;
+}
+
+void SaveIndexedPng(const std::filesystem::path& path, const CBmpImage& picture) {
+    CPngRows rows;
+    rows.Width = picture.Width;
+    rows.Height = picture.Height;
+    uint8_t top = 0;
+    for (int y = picture.Height - 1; y >= 0; --y) {
+        const uint8_t* row = picture.Pixels.data() + static_cast<std::size_t>(y) * picture.Stride;
+        rows.Rows.push_back(row);
+        top = std::max(top, *std::max_element(row, row + picture.Width));
+    }
+    rows.Palette.assign(picture.Palette.begin(),
+                        picture.Palette.begin() + std::min<std::size_t>(picture.Palette.size(), top + 1u));
+    WritePngRows(path, rows);
+}

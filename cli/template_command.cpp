@@ -1,0 +1,72 @@
+#include "cli/template_command.h"
+
+#include <cstdlib>
+
+#include "bmpfont/bmp_font_layout.h"
+#include "bmpfont/grid_template.h"
+#include "cli/factories.h"
+#include "cli/options.h"
+#include "core/glyph_order.h"
+#include "xmlfiles/glyph_order_files.h"
+#include "zgly/path_checks.h"
+
+namespace {
+
+[[noreturn]] void Fail(const std::string& text) { throw CUsageError(text); }
+
+int Number(const std::string& option, const std::string& text, int min) {
+    char* end = nullptr;
+    long v = std::strtol(text.c_str(), &end, 10);
+    if (text.empty() || *end != '\0' || v < min || v > 65535)
+        Fail(option + " needs a whole number from " + std::to_string(min) + ", not '" + text + "'");
+    return static_cast<int>(v);
+}
+
+}  // namespace
+
+bool IsTemplateCommand(const std::vector<std::string>& args) { return !args.empty() && args[0] == "template"; }
+
+TemplateOptions ParseTemplateCommand(const std::vector<std::string>& args) {
+    TemplateOptions o;
+    for (std::size_t i = 1; i < args.size(); ++i) {
+        const std::string& name = args[i];
+        if (name == "--vertical") {
+            o.Vertical = true;
+            continue;
+        }
+        if (name != "--order" && name != "--cell" && name != "--baseline" && name != "--colors" && name != "--out")
+            Fail("template does not take '" + name + "'");
+        if (i + 1 >= args.size()) Fail(name + " needs a value");
+        const std::string& value = args[++i];
+        if (name == "--order") o.Order = value;
+        if (name == "--out") o.OutPath = value;
+        if (name == "--baseline") o.Baseline = Number(name, value, 0);
+        if (name == "--cell") {
+            std::size_t x = value.find('x');
+            if (x == std::string::npos) Fail("--cell needs WxH, not '" + value + "'");
+            o.CellWidth = Number(name, value.substr(0, x), 1);
+            o.CellHeight = Number(name, value.substr(x + 1), 1);
+        }
+        if (name == "--colors") {
+            int colors = Number(name, value, 2);
+            if (colors != 2 && colors != 4 && colors != 8 && colors != 16)
+                Fail("--colors takes 2|4|8|16, not '" + value + "'");
+            o.Bpp = colors == 2 ? 1 : colors == 4 ? 2 : colors == 8 ? 3 : 4;
+        }
+    }
+    if (o.Order.empty()) Fail("template needs --order ORDER");
+    if (o.CellWidth == 0) Fail("template needs --cell WxH");
+    if (o.Baseline < 0) Fail("template needs --baseline N");
+    if (o.OutPath.empty()) Fail("template needs --out FILE.bmp|FILE.png");
+    return o;
+}
+
+void RunTemplateCommand(const TemplateOptions& o) {
+    std::filesystem::path order = ResolveGlyphOrder(o.Order);
+    CheckOutputFile(o.OutPath);
+    CheckGlyphOrderFile(order);
+    CGlyphOrder grid;
+    grid.Load(order);
+    CheckOrderGrid(grid, order);
+    WriteGridTemplate(o.OutPath, grid, GridTemplateSettings{o.CellWidth, o.CellHeight, o.Baseline, o.Bpp, o.Vertical});
+}
