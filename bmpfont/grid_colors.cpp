@@ -6,9 +6,7 @@
 #include "bmpfont/bmp_font_layout.h"
 #include "core/bmp_image.h"
 
-namespace {
-
-int Distance(uint32_t a, uint32_t b) {
+int ColorDistance(uint32_t a, uint32_t b) {
     int d = 0;
     for (int shift : {0, 8, 16}) {
         int x = static_cast<int>((a >> shift) & 0xFF) - static_cast<int>((b >> shift) & 0xFF);
@@ -17,8 +15,6 @@ int Distance(uint32_t a, uint32_t b) {
     return d;
 }
 
-}  // namespace
-
 CGridColorMap::CGridColorMap(int fontBpp) : Entries(GridPalette(fontBpp)) {
     int n = 1 << fontBpp;
     Usable = std::min(n + 1, 256);
@@ -26,9 +22,9 @@ CGridColorMap::CGridColorMap(int fontBpp) : Entries(GridPalette(fontBpp)) {
 
 uint8_t CGridColorMap::IndexOf(uint32_t rgb) const {
     rgb &= 0x00FFFFFF;
-    int best = 0, bestDistance = Distance(rgb, Entries[0]);
+    int best = 0, bestDistance = ColorDistance(rgb, Entries[0]);
     for (int i = 0; i < Usable && bestDistance > 0; ++i) {
-        int d = Distance(rgb, Entries[static_cast<std::size_t>(i)]);
+        int d = ColorDistance(rgb, Entries[static_cast<std::size_t>(i)]);
         if (d < bestDistance) best = i, bestDistance = d;
     }
     return static_cast<uint8_t>(best);

@@ -18,6 +18,9 @@ struct CColorPixels {
     std::vector<uint32_t> Rgb;
 };
 
+// Squared distance of two 0x00RRGGBB colours.
+int ColorDistance(uint32_t a, uint32_t b);
+
 // The grid palette's colour that a colour stands for: an exact match of the
 // entries white, the greys, black and the grid colour first, else the nearest
 // of them. Returns the palette index.

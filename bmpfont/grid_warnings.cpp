@@ -4,6 +4,7 @@
 #include <set>
 
 #include "bmpfont/bmp_font_layout.h"
+#include "bmpfont/grid_colors.h"
 #include "bmpfont/grid_picture_file.h"
 #include "core/bmp_image.h"
 #include "core/general_exception.h"
@@ -14,21 +15,12 @@ namespace {
 constexpr uint32_t White = 0x00FFFFFF;
 constexpr std::size_t ListedGlyphs = 5;
 
-int Distance(uint32_t a, uint32_t b) {
-    int d = 0;
-    for (int shift : {0, 8, 16}) {
-        int x = static_cast<int>((a >> shift) & 0xFF) - static_cast<int>((b >> shift) & 0xFF);
-        d += x * x;
-    }
-    return d;
-}
-
 // The level a colour stands for in the grid of a fontBpp font: the nearest of
 // white, the greys and black.
 uint32_t LevelOfColor(uint32_t rgb, const std::vector<uint32_t>& grid, int fontBpp) {
     uint32_t best = 0;
     for (uint32_t i = 1; i < (1u << fontBpp); ++i)
-        if (Distance(rgb, grid[i]) < Distance(rgb, grid[best])) best = i;
+        if (ColorDistance(rgb, grid[i]) < ColorDistance(rgb, grid[best])) best = i;
     return best;
 }
 
