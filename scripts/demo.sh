@@ -59,7 +59,7 @@ New Game / Continue / Options
 はじめから つづきから せってい
 冒険を始めますか？
 TEXT
-"$cli" convert --from-font "DejaVu Sans" --size 16 --levels 16 --from-font IPAGothic \
+"$cli" convert --from-font "DejaVu Sans" --size 16 --levels 16 --from-font IPAGothic --no-soft-aa \
   --chars-file out/demo-strings.txt --range 0x30-0x39 --to-zgly out/demo-merged.zgly
 "$cli" preview out/demo-merged.zgly --zoom 2 --out out/demo-merged-preview.png \
   --text "$(cat out/demo-strings.txt)"
