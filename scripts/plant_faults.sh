@@ -38,7 +38,7 @@ LIST
 
 touched=$(echo "$FAULTS" | awk -F' \\| ' '{print $2}' | sort -u)
 restore() { git checkout -q -- $touched; }
-trap 'restore; exit 130' INT TERM
+trap 'restore; exit 130' INT TERM PIPE HUP
 if ! git diff --quiet -- $touched; then echo "uncommitted changes in the files faults touch; stopping" >&2; exit 2; fi
 
 caught=0; missed=0; skipped=0
