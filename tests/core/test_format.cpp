@@ -19,7 +19,6 @@ TEST(FormatString, Conversions) {
     EXPECT_EQ(FormatString("%s|%s", "x", std::filesystem::path("/tmp/f.xlor")), "x|/tmp/f.xlor");
     EXPECT_EQ(FormatString("(%d,%d)", -3, 12), "(-3,12)");
     EXPECT_EQ(FormatString("'%c': U+%04X", u'\u3042', 0x3042), "'\u3042': U+3042");
-    EXPECT_EQ(FormatString("'%c': U+%04X", char16_t{'A'}, 0x41), "'A': U+0041");
     EXPECT_EQ(FormatString("100%% %d", 5), "100% 5");
     // A '%' inside an argument is shown as it stands.
     EXPECT_EQ(FormatString("Can not open a file (%s).", std::string("50%d%s.bmp")),
@@ -35,16 +34,6 @@ TEST(FormatString, CutsAt1023Characters) {
     EXPECT_EQ(cut.size(), 1 + 1022u * 3);  // never inside a character
     const std::string exact(1023, 'y');
     EXPECT_EQ(FormatString("%s", exact), exact);
-}
-
-TEST(ReportWarning, FormatsIntoTheProgressInterface) {
-    CHeadlessPgCtrl pg;
-    ReportWarning(&pg, "%s", std::string("file 100%s.bmp"));
-    ReportWarning(&pg, "More than one color detected in margin area at (%d,%d).", 4, 8);
-    ReportWarning(nullptr, "nowhere");
-    ASSERT_EQ(pg.Warnings.size(), 2u);
-    EXPECT_EQ(pg.Warnings[0], "file 100%s.bmp");
-    EXPECT_EQ(pg.Warnings[1], "More than one color detected in margin area at (4,8).");
 }
 
 TEST(SteppedPgCtrl, DivisorAndCancelAtVisibleSteps) {
