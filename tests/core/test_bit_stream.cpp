@@ -32,33 +32,6 @@ TEST(BitStream, WritesMostSignificantBitFirstAndFlushes) {
     EXPECT_EQ(r.Read(5), 0u);
 }
 
-TEST(BitStream, WideValuesAndRepeats) {
-    std::vector<uint8_t> buf(8, 0);
-    CBitWriter w;
-    w.Start(buf.data());
-    w.WriteValue(12, 0xABC);
-    w.WriteValue(4, 0xD);
-    w.WriteValue(3, 0x5);
-    w.WriteValue(10, 0x2F1);
-    w.WriteRepeated(1, 20, 1);  // long one-bit run from the middle of a byte
-    w.WriteRepeated(5, 0, 31);  // nothing
-    w.Flush();
-    EXPECT_EQ(buf[0], 0xAB);
-    EXPECT_EQ(buf[1], 0xCD);
-    EXPECT_EQ(UnpackRef(buf.data() + 2, 5, 1), (std::vector<uint32_t>{1, 0, 1, 1, 0}));
-    std::vector<uint32_t> all = UnpackRef(buf, 49, 1);
-    for (int i = 29; i < 49; ++i) EXPECT_EQ(all[i], 1u) << i;
-    EXPECT_EQ(buf[6] & 0x7F, 0);  // unused low bits stay 0
-
-    CBitReader r;
-    r.Start(buf.data());
-    EXPECT_EQ(r.ReadValue(12), 0xABCu);
-    EXPECT_EQ(r.ReadValue(4), 0xDu);
-    EXPECT_EQ(r.ReadValue(3), 0x5u);
-    EXPECT_EQ(r.ReadValue(10), 0x2F1u);
-    EXPECT_EQ(r.ReadValue(16), 0xFFFFu);
-}
-
 TEST(BitStream, ReaderSkips) {
     const std::vector<uint8_t> buf = {0x12, 0x34, 0x56, 0x78};
     CBitReader r;

@@ -31,32 +31,6 @@ TEST(GlyphBuilders, EmptyCellKeepsItsAdvance) {
     EXPECT_EQ(Spaces(ev), (std::vector<int>{0, 0, 0, 3}));
 }
 
-TEST(GlyphBuilders, CropsAndExtractsInk) {
-    const auto cell = InkCell();
-    CGlyph g;
-    g.SetFromCell(cell.data(), 5, 4, 3, false, -1, 2, 3);
-    EXPECT_EQ(Box(g), (std::vector<int>{1, 1, 4, 3}));
-    EXPECT_EQ(g.Pixels, PackRef({7, 0, 5, 0, 3, 0}, 3));
-    EXPECT_EQ(g.PixelBytes(), 3u);
-    EXPECT_EQ(g.Ascent, 2);
-    EXPECT_EQ(g.RightExtent, 3);
-    EXPECT_EQ(Spaces(g), (std::vector<int>{-1, 2, 0, 0}));
-
-    // Vertical: origin row is the cell top, origin column cellWidth - origin.
-    CGlyph v;
-    v.SetFromCell(cell.data(), 5, 4, 3, true, 4, 1, 2);
-    EXPECT_EQ(v.Ascent, -1);
-    EXPECT_EQ(v.RightExtent, 4 - (5 - 2));
-    EXPECT_EQ(Spaces(v), (std::vector<int>{0, 0, 4, 1}));
-    CGlyph t;
-    t.SetFromCellTrimmed(cell.data(), 5, 4, 3, true, 2);
-    EXPECT_EQ(Spaces(t), (std::vector<int>{0, 0, 1, 1}));
-    EXPECT_TRUE(t.SameAs(v) == false);  // spaces differ
-    t.TopSpace = 4;
-    t.BottomSpace = 1;
-    EXPECT_TRUE(t.SameAs(v));
-}
-
 // One ink run of two pixels in a line of six, laid out across (horizontal) or
 // down (vertical): the margins before and after set the spaces.
 TEST(GlyphBuilders, MarginsSetSpaces) {
