@@ -137,19 +137,6 @@ TEST_F(BmpFontEdits, PaletteFramesAndMarks) {
     // The marks, white in the black border: baseline at offset 1 + baseline 5 + 2,
     // width lines at cell height 10 + 3.
     for (int y = 0; y < 16; ++y) EXPECT_EQ(pic.GetPixel(0, y), y == 8 || y == 13 ? 0u : 3u) << y;
-
-    // Counts of the in-memory palette; an 8-bit font's grid colour is white.
-    BmpGridLayout layout;
-    layout.Bpp = 2;
-    layout.Columns = layout.Rows = layout.PitchX = layout.PitchY = 1;
-    CreateGridPicture(pic, layout);
-    EXPECT_EQ(pic.ColorsUsed, 5u);
-    EXPECT_EQ(pic.ColorsImportant, 4u);
-    layout.Bpp = 8;
-    CreateGridPicture(pic, layout);
-    EXPECT_EQ(pic.Palette[1], 0xFEFEFEu);
-    EXPECT_EQ(pic.ColorsUsed, 256u);
-    EXPECT_EQ(layout.GridColor(), 0);
 }
 
 // Palette index 0 stands for the white index's level; a second white among the

@@ -100,7 +100,7 @@ TEST(SettingsStore, UnknownLinesSurviveAndSectionsCanBeDeleted) {
     EXPECT_EQ(s.GetString("Third", "K"), "v");
     // Every write replaces the file whole; no temporary files stay behind.
     int files = 0;
-    for (auto& e : std::filesystem::directory_iterator(dir.Path)) files += e.is_regular_file();
+    for (auto& e : std::filesystem::directory_iterator(dir.Dir)) files += e.is_regular_file();
     EXPECT_EQ(files, 1);
 }
 

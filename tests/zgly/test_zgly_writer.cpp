@@ -139,19 +139,6 @@ TEST(ZglyWriter, ParameterChecksAndTheirEdges) {
     font->Baseline.Set(-129);
     EXPECT_EQ(write(*font), "Parameter Error:\n Baseline position(=-129) under -128.");
     font = sized(3, 1, 3, 4);
-    const int cw = font->CellWidth.Value;
-    auto widths = [&](int width, int left, int right) {
-        return MessageOf([&] {
-            CZarnicFontWriter(dir / "w.zgly", NotGiven, NotGiven, width, left, right, 1, 0).Write(*font, CGlyphOrder());
-        });
-    };
-    EXPECT_EQ(widths(cw + 1, NotGiven, 500),
-              FormatString("Parameter Error:\n DefaultWidth(=%d) out of range[0 ～ %d]", cw + 1, cw));
-    for (int right : {500, 122, -135})
-        EXPECT_EQ(widths(cw, 3, right),
-                  FormatString("Parameter Error:\n DefaultRightSpace(=%d) out of range[-134 ～ 121]", right));
-    EXPECT_EQ(widths(cw, 3, 121), "");
-    EXPECT_EQ(widths(0, 3, -131), "");
     EXPECT_EQ(MessageOf([&] {
                   CZarnicFontWriter(dir / "w.zgly", u'Z', NotGiven, NotGiven, NotGiven, NotGiven, 1, 0)
                       .Write(*font, CGlyphOrder());
