@@ -36,6 +36,20 @@ order-file-listed-twice | xmlfiles/glyph_order_files.cpp | s/if \(std::any_of\(l
 history-beyond-ten | ui/path_history.cpp | s/std::min<std::size_t>\(Items\.size\(\), Capacity\)/Items.size()/
 shift-jis-name | core/codepage.cpp | s/return "Shift_JIS";/return "Shift-JIS";/
 grid-palette-grey | bmpfont/bmp_font_layout.cpp | s/\(n - 1 - i\) \* 255 \/ \(n - 1\)/(n - i) * 255 \/ n/
+x-bmp-pixel-offset | bmpfont/bmp_file.cpp | s/Put32\(fileHeader \+ 10, BmpFileHeaderBytes \+ BmpInfoHeaderBytes \+ paletteBytes\)/Put32(fileHeader + 10, BmpFileHeaderBytes + BmpInfoHeaderBytes + paletteBytes - 4)/
+x-zgly-file-size-field | zgly/font_block_file.cpp | s/PutU32\(HeaderBuffer \+ 8, WriteOffset\)/PutU32(HeaderBuffer + 8, WriteOffset - 4)/
+x-zgly-version-written | zgly/font_block_file.cpp | s/PutU16\(HeaderBuffer \+ 6, Version\)/PutU16(HeaderBuffer + 6, 0x0100)/
+x-cmap-next-offset | zgly/zarnic_font_writer.cpp | s/i \+ 1 < cmap\.size\(\) \? cmap\[i \+ 1\] : 0/i + 1 < cmap.size() ? cmap[i] : 0/
+x-msg-font-size | sources/win_font_reader.cpp | s/Invalid Font Size\(%d\)/Invalid font size(%d)/
+x-msg-lc-path | sources/lc_font_reader.cpp | s/LC Font file path required/LC font file path required/
+x-msg-no-baseline | bmpfont/bmp_font_reader.cpp | s/BMP has no baseline info\./BMP has no baseline information./
+x-msg-no-white | bmpfont/bmp_font_reader.cpp | s/Color white not found in BMP\./White not found in BMP./
+x-encoding-choices-swapped | cli/options.cpp | s/\{"utf-8", "utf-16", "shift_jis", "cp1252"\}/{"utf-8", "utf-16", "cp1252", "shift_jis"}/
+x-quiet-ignored | cli/options.cpp | s/o\.Quiet = true/o.Quiet = false/
+x-default-width-type | cli/options.h | s/int WidthType = 1;/int WidthType = 0;/
+x-order-not-limiting | core/font_filter.cpp | s/if \(!Letters\.empty\(\)\) PassAll = false;/;/
+x-grid-centring | bmpfont/bmp_font_writer.cpp | s/std::max\(g\.LeftSpace, 0\)\) \/ 2;/std::max(g.LeftSpace, 0)) \/ 2 + 1;/
+x-lc-half-turn | sources/lc_font_reader.cpp | s/if \(Vertical\) RotateClockwise/if (Vertical) RotateCounterClockwise/
 LIST
 )
 
