@@ -132,7 +132,6 @@ TEST(CliGrids, GridOptionsShapeThePicture) {
     } sizes[] = {
         {"--cell 20x24", 4 * 24, 2 * 30},
         {"--cell 20x24 --offset 3,4", 4 * 24, 2 * 30},
-        {"--cell 1x1 --no-grid", 4 * 5, 2 * 7},
         {"--margins 1,5", 4 * (inkW + 2 + 4), 2 * (inkH + 10 + 6)},
         {"--margins 1,5,0,2", 4 * (inkW + 1 + 4), 2 * (inkH + 7 + 6)},
     };

@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <map>
+#include <tuple>
+
 #include "core/font_data.h"
 #include "core/glyph_order.h"
 #include "core/headless_pg_ctrl.h"
@@ -202,5 +205,28 @@ TEST(ZglyWriter, WidthEntriesFollowTheTurnedCell) {
             EXPECT_EQ(b[at + 2], 1 + (vertical ? 4 : 3) + 2) << what;  // A's advance
             EXPECT_EQ(b[at + 8], 3) << what;                      // C's advance is its space
         }
+    }
+}
+
+// The offsets in FINF, CWDH and CMAP chain every block of a written file, in file order.
+TEST(ZglyWriter, OffsetsChainTheBlocks) {
+    CScratchDir dir;
+    SyntheticFontSpec fontSpec;
+    fontSpec.Codes = CodeRange(0x20, 95);  // a direct block
+    for (uint16_t c : {0x3042, 0x4E00, 0x7000, 0x9000}) fontSpec.Codes.push_back(c);  // and a scan block
+    for (uint16_t c : CodeRange(0x100, 40)) fontSpec.Codes.push_back(c);  // and a table or direct block
+    auto font = MakeSyntheticFont(fontSpec);
+    WriteSyntheticZgly(*font, dir / "c.zgly");
+    auto b = FileBytes(dir / "c.zgly");
+    std::map<std::string, std::vector<uint32_t>> contents;  // tag -> content offsets, in file order
+    for (std::size_t at = 16; at + 8 <= b.size(); at += U32At(b, at + 4))
+        contents[std::string(b.begin() + at, b.begin() + at + 4)].push_back(static_cast<uint32_t>(at + 8));
+    ASSERT_GE(contents["PAMC"].size(), 3u);
+    EXPECT_EQ(U32At(b, 24 + 8), contents["PLGC"].at(0));
+    for (auto [tag, finf, next] : {std::tuple{"HDWC", 12, 4}, std::tuple{"PAMC", 16, 8}}) {
+        std::vector<uint32_t> chain;
+        for (uint32_t at = U32At(b, 24 + finf); at != 0 && chain.size() < 10; at = U32At(b, at + next))
+            chain.push_back(at);
+        EXPECT_EQ(chain, contents[tag]) << tag;
     }
 }
