@@ -50,6 +50,8 @@ x-default-width-type | cli/options.h | s/int WidthType = 1;/int WidthType = 0;/
 x-order-not-limiting | core/font_filter.cpp | s/if \(!Letters\.empty\(\)\) PassAll = false;/;/
 x-grid-centring | bmpfont/bmp_font_writer.cpp | s/std::max\(g\.LeftSpace, 0\)\) \/ 2;/std::max(g.LeftSpace, 0)) \/ 2 + 1;/
 x-lc-half-turn | sources/lc_font_reader.cpp | s/if \(Vertical\) RotateClockwise/if (Vertical) RotateCounterClockwise/
+y-bmp-4bit-nibbles | core/bmp_image.cpp | s/\? \(row\[x \/ 2\] >> 4\) : \(row\[x \/ 2\] & 0x0F\)/? (row[x \/ 2] \& 0x0F) : (row[x \/ 2] >> 4)/
+y-bit-read-split | core/bit_stream.cpp | s/return \(high << rest\) \| low;/return (high << (rest + 1)) | low;/
 LIST
 )
 
