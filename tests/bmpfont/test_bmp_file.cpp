@@ -81,19 +81,3 @@ TEST(BmpFile, RefusesBadHeadersAndShortFiles) {
     EXPECT_EQ(ErrorOf([&] { CheckBmpFile(path); }), "Input file(" + path.string() + ") is broken.");
 }
 
-TEST(BmpFile, SavesAnEightBitPicture) {
-    CTempDir dir;
-    CBmpImage image;
-    std::vector<uint32_t> palette(256, 0);
-    palette[0] = 0x00FFFFFF;
-    image.SetPalette(8, palette.data(), 0, 0);
-    uint8_t pixel[4] = {7, 0, 0, 0};
-    image.Create(1, 1, 4, pixel, 4);
-    CBinaryFile out(dir / "one.bmp");
-    SaveBmp(out, image);
-    EXPECT_EQ(std::filesystem::file_size(dir / "one.bmp"), 1082u);
-    CBmpImage back = Load(dir / "one.bmp");
-    EXPECT_EQ(back.GetPixel(0, 0), 7u);
-    EXPECT_EQ(back.Palette[0], 0x00FFFFFFu);
-    EXPECT_EQ(back.Stride, 4);
-}

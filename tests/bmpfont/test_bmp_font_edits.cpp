@@ -12,6 +12,11 @@
 
 namespace {
 
+uint32_t Le32(const std::string& b, std::size_t at) {
+    return static_cast<uint8_t>(b[at]) | static_cast<uint8_t>(b[at + 1]) << 8 | static_cast<uint8_t>(b[at + 2]) << 16 |
+           static_cast<uint32_t>(static_cast<uint8_t>(b[at + 3])) << 24;
+}
+
 std::string OrderFile(const std::string& order, int width = 4) {
     return "<letter-order version=\"1.0\"><body><area width=\"" + std::to_string(width) + "\"/><order>" + order +
            "</order></body></letter-order>";
@@ -132,19 +137,36 @@ TEST_F(BmpFontEdits, PaletteFramesAndMarks) {
     // The marks, white in the black border: baseline at offset 1 + baseline 5 + 2,
     // width lines at cell height 10 + 3.
     for (int y = 0; y < 16; ++y) EXPECT_EQ(pic.GetPixel(0, y), y == 8 || y == 13 ? 0u : 3u) << y;
+}
 
-    // Counts of the in-memory palette; an 8-bit font's grid colour is white.
-    BmpGridLayout layout;
-    layout.Bpp = 2;
-    layout.Columns = layout.Rows = layout.PitchX = layout.PitchY = 1;
-    CreateGridPicture(pic, layout);
-    EXPECT_EQ(pic.ColorsUsed, 5u);
-    EXPECT_EQ(pic.ColorsImportant, 4u);
-    layout.Bpp = 8;
-    CreateGridPicture(pic, layout);
-    EXPECT_EQ(pic.Palette[1], 0xFEFEFEu);
-    EXPECT_EQ(pic.ColorsUsed, 256u);
-    EXPECT_EQ(layout.GridColor(), 0);
+// Palette index 0 stands for the white index's level; a second white among the
+// levels is reported.
+TEST_F(BmpFontEdits, PaletteIndexZeroAndSecondWhites) {
+    auto before = ReadBack(Order);
+    std::string data = ReadFile();
+    const uint32_t offset = Le32(data, 10);
+    // Swap palette entries 0 (white) and 2 (a grey), and pixel values 0 and 2.
+    for (int k = 0; k < 4; ++k) std::swap(data[54 + k], data[54 + 8 + k]);
+    for (std::size_t i = offset; i < data.size(); ++i)
+        if (data[i] == 0 || data[i] == 2) data[i] = static_cast<char>(2 - data[i]);
+    Dir.Write("ab.bmp", data);
+    auto swapped = ReadBack(Order);
+    ExpectSameGlyphs(*before, *swapped, "white at index 2");
+    EXPECT_EQ(Pg.Warnings, std::vector<std::string>{});
+    ASSERT_NE(InkValues(*swapped->FindGlyph('B')), std::vector<uint32_t>(10, 0));
+
+    // A second white at index 3 (a level of a 2-bit font) is reported; beyond the levels it is not.
+    for (int at : {3, 5}) {
+        std::string twice = ReadFile();
+        for (int k = 0; k < 3; ++k) twice[54 + 4 * at + k] = '\xFF';
+        Dir.Write("ab.bmp", twice);
+        Pg.Warnings.clear();
+        ReadBack(Order);
+        EXPECT_EQ(Pg.Warnings, at == 3 ? std::vector<std::string>{"2 or more white colors are found."}
+                                       : std::vector<std::string>{})
+            << at;
+        Dir.Write("ab.bmp", data);
+    }
 }
 
 TEST_F(BmpFontEdits, MalformedInputsGiveTheirMessages) {

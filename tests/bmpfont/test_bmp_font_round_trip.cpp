@@ -4,7 +4,6 @@
 
 #include "bmp_test_support.h"
 #include "glyph_compare.h"
-#include "bmpfont/bmp_font_layout.h"
 #include "bmpfont/bmp_font_reader.h"
 #include "bmpfont/bmp_font_writer.h"
 #include "core/font_filter.h"
@@ -77,35 +76,3 @@ TEST(BmpFontRoundTrip, KeepsEveryGlyphInEveryDepthLayoutAndMode) {
     g_pPgCtrl = nullptr;
 }
 
-TEST(BmpFontLayout, SizesCentringAndMargins) {
-    CFontData font;
-    font.Bpp.Set(2);
-    font.MaxCharWidth.Set(7);
-    font.CellWidth.Set(7);
-    font.MaxCharHeight.Set(9);
-    font.CellHeight.Set(9);
-    font.Baseline.Set(7);
-    CGlyphOrder order;
-    order.Width = 16;
-    order.Height = 14;
-    BmpGridLayout l = ComputeGridLayout(font, order, {16, 16, 0, 0, 0, 0});
-    EXPECT_EQ(l.Columns * l.PitchX, 320);
-    EXPECT_EQ(l.Rows * l.PitchY, 308);
-    l = ComputeGridLayout(font, order, {10, 16, -1, -1, 0, 0});
-    EXPECT_EQ(l.GlyphX, 2);
-    EXPECT_EQ(l.GlyphY, 3);
-    font.MaxCharWidth.Set(10);
-    l = ComputeGridLayout(font, order, {7, 6, -1, -1, 0, 0});
-    EXPECT_EQ(l.GlyphX, -2);
-    // Too high by 3: shared in proportion to the parts above and below the baseline.
-    EXPECT_EQ(l.GlyphY, -3 - ((9 - 7) * -3) / 9);
-    font.MaxCharHeight.Set(12);
-    l = ComputeGridLayout(font, order, {-1, -1, 1, 1, 1, 1});
-    EXPECT_EQ(l.CellWidth, 12);
-    EXPECT_EQ(l.CellHeight, 14);
-    EXPECT_EQ(l.GlyphX, 1);
-    EXPECT_EQ(l.GlyphY, 1);
-    order.Width = 100000;
-    order.Height = 100000;
-    EXPECT_EQ(ErrorOf([&] { ComputeGridLayout(font, order, {16, 16, 0, 0, 0, 0}); }).rfind("BMP Error:\n", 0), 0u);
-}

@@ -9,7 +9,9 @@
 #include <iterator>
 #include <string>
 
+#include "core/general_exception.h"
 #include "synthetic_font.h"
+#include "zgly_test_util.h"
 
 struct CliResult {
     int Status = -1;
@@ -36,3 +38,11 @@ inline CliResult RunCli(const CScratchDir& dir, const std::string& args) {
 
 inline std::string Q(const std::filesystem::path& p) { return "'" + p.string() + "'"; }
 
+inline std::string Utf8Of(char16_t c) {
+    if (c < 0x80) return std::string(1, static_cast<char>(c));
+    if (c < 0x800) return {static_cast<char>(0xC0 | (c >> 6)), static_cast<char>(0x80 | (c & 0x3F))};
+    return {static_cast<char>(0xE0 | (c >> 12)), static_cast<char>(0x80 | ((c >> 6) & 0x3F)),
+            static_cast<char>(0x80 | (c & 0x3F))};
+}
+
+inline std::string Hex4(unsigned v) { return FormatString("%04X", static_cast<int>(v)); }

@@ -61,6 +61,14 @@ TEST(CliPreview, WritesTheRenderedTextAsPng) {
     EXPECT_EQ(got.Pixel(0, 0), 0xFFFFF0u);
     EXPECT_NE(std::count(got.Rgb.begin(), got.Rgb.end(), 0xC0), 0);
 
+    // The zoom's edges: each pixel drawn as a 1 x 1 or a 16 x 16 block.
+    for (int zoom : {1, 16}) {
+        r = RunCli(dir, "preview " + Q(font) + " --text A --zoom " + std::to_string(zoom) + " --out " + Q(dir / "z.png"));
+        ASSERT_EQ(r.Status, 0) << zoom << ": " << r.Err;
+        options = CPreviewOptions{};
+        options.Zoom = zoom;
+        EXPECT_EQ(ReadPng(dir / "z.png").Rgb, DrawHere(font, "A", options).Rgb) << zoom;
+    }
     r = RunCli(dir, "preview " + Q(font) + " --sheet --guides --out " + Q(dir / "s.png"));
     ASSERT_EQ(r.Status, 0) << r.Err;
     got = ReadPng(dir / "s.png");
@@ -84,7 +92,7 @@ TEST(CliPreview, BadFilesAndUsage) {
     EXPECT_NE(r.Err.find("Can not open a file"), std::string::npos) << r.Err;
 
     for (const char* args : {"--text A", "--text A --sheet --out x.png", "--out x.png",
-                                    "--text A --out x.png --zoom 0", "--text A --out x.png --ink red",
+                                    "--text A --out x.png --zoom 0", "--text A --out x.png --zoom 17", "--text A --out x.png --ink red",
                                     "--text A --out x.png --sheet=1"}) {
         r = RunCli(dir, "preview " + Q(font) + " " + args);
         EXPECT_EQ(r.Status, 2) << args;

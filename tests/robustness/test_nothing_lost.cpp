@@ -129,15 +129,30 @@ TEST(NothingLost, FailedSettingsWritesKeepThePreviousFile) {
     EXPECT_EQ(Names(cfg), std::set<std::string>{"glyphwright.ini"});
 }
 
-// Found by fuzzing: a value with spaces at its ends lost them on the way
-// through the file, whose reader trims around values.
-TEST(NothingLost, SettingsValuesKeepTheirEndSpaces) {
+// Replacing an output keeps its permissions; a new one gets the usual ones.
+TEST(NothingLost, ReplacedOutputsKeepTheirPermissions) {
     CTempDir dir;
-    CSettingsStore store(dir.Write("s.ini", ";A\\P3402=\\Cxy\\7t comment\n[InWin]\nFace=\\ gomm\n[InWin]\nI\xFF"));
-    std::string face = store.GetString("InWin", "Face");
-    EXPECT_EQ(face, " gomm");
-    for (const std::string& value : {face, std::string(" a b "), std::string(" "), std::string("x ")}) {
-        store.SetString("Main", "Path", value);
-        EXPECT_EQ(store.GetString("Main", "Path"), value);
+    fs::path source = dir / "source.zgly";
+    WriteSourceFont(source);
+    const mode_t mask = ::umask(022);
+    for (const OutputCase& c : Outputs) {
+        fs::path target = dir / c.Name;
+        for (mode_t mode : {0640, 0604}) {
+            std::ofstream(target, std::ios::binary) << Previous;
+            ::chmod(target.c_str(), mode);
+            CHeadlessPgCtrl pg;
+            ASSERT_EQ(Convert(source, target, c.Kind, pg), ConversionOutcome::Finished);
+            struct stat st {};
+            ASSERT_EQ(::stat(target.c_str(), &st), 0);
+            EXPECT_EQ(st.st_mode & 07777, mode) << c.Name;
+            EXPECT_NE(FileBytes(target), Previous);
+        }
+        fs::remove(target);
+        CHeadlessPgCtrl pg;
+        ASSERT_EQ(Convert(source, target, c.Kind, pg), ConversionOutcome::Finished);
+        struct stat st {};
+        ASSERT_EQ(::stat(target.c_str(), &st), 0);
+        EXPECT_EQ(st.st_mode & 07777, 0644u) << c.Name;
     }
+    ::umask(mask);
 }

@@ -90,61 +90,50 @@ protected:
 
 }  // namespace
 
-TEST_F(LcFontReader, DefaultMappingAllSizes) {
+// Both mappings in every size: fixed glyphs keep the cell's margins, proportional
+// ones a column; vertical fonts keep the full-width glyphs upright and turn the
+// half-width ones a quarter turn clockwise.
+TEST_F(LcFontReader, BothMappingsAllSizes) {
     for (const Variant& v : Variants) {
         SCOPED_TRACE(v.FileSize);
-        const int inkW = v.Width - 3, inkH = v.Baseline - 1;
+        const int inkW = v.Width - 3, inkH = v.Baseline - 1, records = v.FileSize / v.RecordSize();
         // 0x82A0 is U+3042; 0x8080 has an invalid lead byte.
-        const auto path = Write("main.dat", v, {{0x0041, 2, v.Width - 1}, {0x82A0, 1, 2}, {0x8080, 0, 2}});
-        for (bool fixed : {false, true}) {
-            auto font = Read({path, "", fixed, false, false});
-            EXPECT_EQ(font->GlyphCount(), 2u);
-            EXPECT_EQ(font->Bpp.Value, 1);
-            EXPECT_TRUE(font->IsVertical.Specified);
-            EXPECT_FALSE(font->Vertical());
-            ASSERT_NE(font->FindGlyph(0x3042), nullptr);
-            const CGlyph* a = font->FindGlyph('A');
-            ASSERT_NE(a, nullptr);
-            EXPECT_EQ(a->Ink.Width(), inkW);
-            EXPECT_EQ(a->Ink.Height(), inkH);
-            EXPECT_EQ(a->Ascent, v.Baseline - 1);
-            EXPECT_EQ(a->Bpp, 1);
-            EXPECT_EQ(a->LeftSpace, fixed ? 2 : 1);
-            EXPECT_EQ(a->RightSpace, fixed ? 1 : 0);
-            EXPECT_EQ(Pg.ProgressRange(), v.FileSize / v.RecordSize());
-            EXPECT_EQ(Pg.ProgressPos(), v.FileSize / v.RecordSize());
-        }
-        auto vertical = Read({path, "", false, false, true});
-        EXPECT_TRUE(vertical->Vertical());
-        const CGlyph* a = vertical->FindGlyph('A');
-        EXPECT_EQ(a->Ink.Width(), inkW);  // not turned
-        EXPECT_EQ(a->TopSpace, 1);
-        EXPECT_EQ(a->LeftSpace, 0);
-    }
-}
+        const auto main = Write("main.dat", v, {{0x0041, 2, v.Width - 1}, {0x82A0, 1, 2}, {0x8080, 0, 2}});
+        const auto half = Write("half.dat", v, {{0x8260, 2, v.Width - 1}, {0x82A0, 1, 2}, {0x8393, 1, 3}});
+        for (bool fixed : {false, true})
+            for (bool vertical : {false, true}) {
+                const std::string what = std::string(fixed ? "fixed" : "proportional") + (vertical ? " vertical" : "");
+                auto font = Read({main, "", fixed, false, vertical});
+                EXPECT_EQ(font->GlyphCount(), 2u) << what;
+                EXPECT_EQ(font->Bpp.Value, 1);
+                EXPECT_EQ(font->Vertical(), vertical);
+                EXPECT_NE(font->FindGlyph(0x3042), nullptr);
+                const CGlyph* a = font->FindGlyph('A');
+                ASSERT_NE(a, nullptr);
+                const std::vector<int> upright = {inkW, inkH, vertical ? -1 : v.Baseline - 1, vertical ? 1 : (fixed ? 2 : 1),
+                                                  vertical ? 0 : (fixed ? 1 : 0)};
+                EXPECT_EQ(std::vector<int>({a->Ink.Width(), a->Ink.Height(), a->Ascent,
+                                            vertical ? a->TopSpace : a->LeftSpace,
+                                            vertical ? a->LeftSpace : a->RightSpace}),
+                          upright)
+                    << what;
+                EXPECT_EQ(Pg.ProgressRange(), records);
+                EXPECT_EQ(Pg.ProgressPos(), records);
 
-TEST_F(LcFontReader, HalfWidthMappingAllSizes) {
-    for (const Variant& v : Variants) {
-        SCOPED_TRACE(v.FileSize);
-        const int inkW = v.Width - 3, inkH = v.Baseline - 1;
-        const auto path = Write("half.dat", v, {{0x8260, 2, v.Width - 1}, {0x82A0, 1, 2}, {0x8393, 1, 3}});
-        auto font = Read({"", path, false, false, false});
-        EXPECT_EQ(font->GlyphCount(), 2u);  // A and U+FF9D; 0x82A0 is not in the map
-        EXPECT_EQ(Pg.ProgressRange(), 272);
-        ASSERT_NE(font->FindGlyph(0xFF9D), nullptr);
-        EXPECT_EQ(font->FindGlyph('A')->Ink.Width(), inkW);
-
-        for (bool fixed : {false, true}) {
-            auto turned = Read({"", path, false, fixed, true});
-            const CGlyph* a = turned->FindGlyph('A');
-            ASSERT_NE(a, nullptr);
-            // Turned a quarter turn clockwise into a Height x Width cell.
-            EXPECT_EQ(a->Ink.Width(), inkH);
-            EXPECT_EQ(a->Ink.Height(), inkW);
-            EXPECT_EQ(a->TopSpace, fixed ? 2 : 1);
-            EXPECT_EQ(a->BottomSpace, fixed ? 1 : 0);
-            EXPECT_EQ(a->RightExtent, v.Baseline - 1);
-        }
+                auto halfFont = Read({"", half, false, fixed, vertical});
+                EXPECT_EQ(halfFont->GlyphCount(), 2u);  // A and U+FF9D; 0x82A0 is not in the map
+                EXPECT_EQ(Pg.ProgressRange(), 272);
+                EXPECT_NE(halfFont->FindGlyph(0xFF9D), nullptr);
+                const CGlyph* h = halfFont->FindGlyph('A');
+                ASSERT_NE(h, nullptr);
+                if (vertical)
+                    EXPECT_EQ(std::vector<int>({h->Ink.Width(), h->Ink.Height(), h->TopSpace, h->BottomSpace,
+                                                h->RightExtent}),
+                              std::vector<int>({inkH, inkW, fixed ? 2 : 1, fixed ? 1 : 0, v.Baseline - 1}))
+                        << what;
+                else
+                    EXPECT_EQ(h->Ink.Width(), inkW) << what;
+            }
     }
 }
 
@@ -171,6 +160,7 @@ TEST_F(LcFontReader, ChecksFilesBeforeReading) {
               "Parameter Error:\n Input file(" + bad.string() + ") is not LC Font file.");
     EXPECT_EQ(CheckMessage({good, bad, false, false, false}),
               "Parameter Error:\n Input file(" + bad.string() + ") is not LC Font file.");
-    EXPECT_NE(CheckMessage({Dir / "missing.dat", "", false, false, false}), "");
+    EXPECT_EQ(CheckMessage({Dir / "missing.dat", "", false, false, false}),
+              "Can not open a file (" + (Dir / "missing.dat").string() + ").");
     EXPECT_EQ(CheckMessage({good, "", false, false, false}), "");
 }

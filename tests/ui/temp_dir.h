@@ -1,30 +1,9 @@
-// A fresh directory per test, removed afterwards.
+// A fresh directory per test, and whole-file text helpers.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <filesystem>
-#include <fstream>
 #include <sstream>
-#include <string>
 
-class CTempDir {
-public:
-    CTempDir() {
-        const auto* info = testing::UnitTest::GetInstance()->current_test_info();
-        std::string name = std::string("gw_ui_") + (info ? info->name() : "x") + "_" + std::to_string(::getpid());
-        Path = std::filesystem::temp_directory_path() / name;
-        std::filesystem::remove_all(Path);
-        std::filesystem::create_directories(Path);
-    }
-    ~CTempDir() {
-        std::error_code ec;
-        std::filesystem::remove_all(Path, ec);
-    }
-    std::filesystem::path operator/(const std::string& name) const { return Path / name; }
-
-    std::filesystem::path Path;
-};
+#include "xmlfiles/test_support.h"
 
 inline std::string ReadFileText(const std::filesystem::path& path) {
     std::ifstream in(path, std::ios::binary);

@@ -153,13 +153,4 @@ TEST_F(WindowTest, MessageWindowPlacementIsRemembered) {
     w->AddWarning("one");
     EXPECT_EQ(w->Messages->pos(), QPoint(-5, 10));
     EXPECT_EQ(w->Messages->size(), QSize(320, 150));
-    w->Messages->Close();
-    s.SetInt("WarningWindow", "x", -1);
-    s.SetInt("WarningWindow", "y", -1);
-    w->AddWarning("two");
-    EXPECT_EQ(w->Messages->pos().x(), w->frameGeometry().right() + 1);
-    w->Messages->move(40, 50);
-    QApplication::processEvents();
-    EXPECT_EQ(s.GetInt("WarningWindow", "x", 0), 40);
-    EXPECT_EQ(s.GetInt("WarningWindow", "y", 0), 50);
 }

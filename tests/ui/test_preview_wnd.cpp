@@ -52,22 +52,11 @@ TEST_F(WindowTest, PreviewFollowsTheZglyFieldAndRemembersItsControls) {
     QTest::mouseClick(w->Preview->GuidesCheck, Qt::LeftButton);
     const int zoom = w->Preview->ZoomSpin->value();
 
-    CSettingsStore s(SettingsPath());
-    EXPECT_EQ(s.GetString("Preview", "Text"), "AB");
-    EXPECT_EQ(s.GetInt("Preview", "Zoom", 0), zoom);
-    EXPECT_TRUE(s.GetBool("Preview", "Guides", false));
-    w->Preview->move(30, 40);
-    QApplication::processEvents();
-    EXPECT_EQ(s.GetInt("Preview", "x", 0), 30);
-
     w.reset();
     w = Open();
     EXPECT_EQ(w->Preview->SampleEdit->toPlainText(), "AB");
     EXPECT_EQ(w->Preview->ZoomSpin->value(), zoom);
     EXPECT_TRUE(w->Preview->GuidesCheck->isChecked());
-    EXPECT_TRUE(w->PreviewButton->isEnabled());
-    QTest::mouseClick(w->PreviewButton, Qt::LeftButton);
-    EXPECT_EQ(w->Preview->pos(), QPoint(30, 40));
 
     // A file that is not a font shows the reader's message in place of the picture.
     WriteFileText(Dir / "junk.zgly", "not a font at all, just text");

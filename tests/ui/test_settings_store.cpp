@@ -100,7 +100,7 @@ TEST(SettingsStore, UnknownLinesSurviveAndSectionsCanBeDeleted) {
     EXPECT_EQ(s.GetString("Third", "K"), "v");
     // Every write replaces the file whole; no temporary files stay behind.
     int files = 0;
-    for (auto& e : std::filesystem::directory_iterator(dir.Path)) files += e.is_regular_file();
+    for (auto& e : std::filesystem::directory_iterator(dir.Dir)) files += e.is_regular_file();
     EXPECT_EQ(files, 1);
 }
 
@@ -118,6 +118,9 @@ TEST(PathHistory, CommitAndChooseFollowTheHistoryRules) {
     for (int i = 0; i < 11; ++i) h.Commit("/p" + std::to_string(i));
     EXPECT_EQ(h.Entries().size(), 13u);  // memory is not trimmed
     EXPECT_EQ(s.GetInt("OutBmpPath", "HistoryNum", 0), 10);
+    EXPECT_EQ(s.GetString("OutBmpPath", "9"), "/p1");  // keys 0 to 9 only
+    EXPECT_EQ(s.GetString("OutBmpPath", "10"), "");
+    EXPECT_EQ(s.GetString("OutBmpPath", "12"), "");
     EXPECT_EQ(s.GetString("OutBmpPath", "Path"), "/p10");
 
     CPathHistory again(s, "OutBmpPath");
@@ -150,7 +153,10 @@ TEST(ZarnicFieldRules, SignedNumberFilter) {
     EXPECT_FALSE(AcceptSignedNumberChar(u"-5", 0, 0, u'1'));  // not in front of the minus
     EXPECT_FALSE(AcceptSignedNumberChar(u"-5", 0, 0, u'-'));
     EXPECT_TRUE(AcceptSignedNumberChar(u"-5", 0, 1, u'-'));   // replaces the selected start
-    EXPECT_FALSE(AcceptSignedNumberChar(u"12345", 5, 0, u'6'));
+    EXPECT_FALSE(AcceptSignedNumberChar(u"12345", 5, 0, u'6'));  // five characters at most
+    EXPECT_TRUE(AcceptSignedNumberChar(u"1234", 4, 0, u'5'));
+    EXPECT_TRUE(AcceptSignedNumberChar(u"-123", 4, 0, u'4'));
+    EXPECT_FALSE(AcceptSignedNumberChar(u"-1234", 5, 0, u'5'));
     EXPECT_TRUE(AcceptSignedNumberChar(u"12345", 0, 1, u'6'));
     EXPECT_FALSE(AcceptSignedNumberChar(u"1", 1, 0, u'a'));
 }

@@ -128,15 +128,19 @@ TEST(GlyphOrderFile, SearchListsLoadableOrdersAndWarnsAboutOthers) {
     dir.Write("UPPER.XLOR", Order(""));
     dir.Write("bad.xlor", Order("", "<letter-order version=\"1.1\">"));
     dir.Write("x.xlor.bak", Order(""));
+    // A name found in an earlier directory hides the later one.
+    std::filesystem::create_directories(dir / "later");
+    dir.Write("later/good.xlor", Order("<head><title>Hidden</title></head>"));
+    dir.Write("later/more.xlor", Order("<head><title>More</title></head>"));
     CHeadlessPgCtrl pg;
     CPgCtrl* saved = g_pPgCtrl;
     g_pPgCtrl = &pg;
     std::vector<GlyphOrderInfo> list;
-    FindGlyphOrderFilesIn(list, {dir.Dir, dir / "missing"});
+    FindGlyphOrderFilesIn(list, {dir.Dir, dir / "missing", dir / "later"});
     g_pPgCtrl = saved;
-    ASSERT_EQ(list.size(), 2u);
-    EXPECT_EQ(list[0].FileName, "UPPER.XLOR");
-    EXPECT_EQ(list[1].Title, "Good");
+    std::vector<std::string> titles;
+    for (const auto& i : list) titles.push_back(i.FileName + ":" + i.Title);
+    EXPECT_EQ(titles, (std::vector<std::string>{"UPPER.XLOR:", "good.xlor:Good", "more.xlor:More"}));
     ASSERT_EQ(pg.Warnings.size(), 1u);
     EXPECT_EQ(pg.Warnings[0], "XML Error:\n letter-order version mismatch(1.1: must be 1.0)\n");
 }

@@ -153,21 +153,3 @@ TEST(ZglyBlockFile, OverlappingBlocksDecideByFileOrder) {
     for (uint16_t g = 0; g < 3100; ++g) ASSERT_EQ(indexed.GetCharWidths(g).Left, scanned.GetCharWidths(g).Left) << g;
 }
 
-TEST(ZglyBlockFile, SaveWritesPaddedBlocksBehindTheHeader) {
-    CScratchDir dir;
-    CFontBlockSet set;
-    auto finf = Finf();
-    std::vector<uint8_t> five = {1, 2, 3, 4, 5};
-    set.AddBlock(TagCMAP, five.data(), 5);
-    set.AddBlock(TagFINF, finf.data(), 20);
-    set.AddBlock(TagCGLP, five.data(), 5);
-    CFontBlockFile(dir / "s.zgly").Save(set);
-    auto b = FileBytes(dir / "s.zgly");
-    ASSERT_EQ(b.size(), 16u + 28 + 16 + 16);
-    EXPECT_EQ(U32At(b, 8), b.size());
-    EXPECT_EQ(U16At(b, 14), 3);
-    EXPECT_EQ(U32At(b, 16), TagFINF);
-    EXPECT_EQ(U32At(b, 44), TagCGLP);
-    EXPECT_EQ(U32At(b, 60), TagCMAP);
-    EXPECT_EQ(b[52 + 5], 0);  // padding
-}

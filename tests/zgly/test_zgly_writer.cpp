@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <map>
+#include <tuple>
+
 #include "core/font_data.h"
 #include "core/glyph_order.h"
 #include "core/headless_pg_ctrl.h"
@@ -73,7 +76,7 @@ TEST(ZglyWriter, QuarterTurnSwapsStoredCellAndSetsFlags) {
     }
 }
 
-TEST(ZglyWriter, ParameterChecksInOrder) {
+TEST(ZglyWriter, ParameterChecksAndTheirEdges) {
     CScratchDir dir;
     auto check = [&](uint16_t alt, int line, int left) {
         return MessageOf([&] {
@@ -88,68 +91,70 @@ TEST(ZglyWriter, ParameterChecksInOrder) {
               "Parameter Error:\n Specified file(" + (dir / "ro.zgly").string() + ") is read only.");
     EXPECT_EQ(check(0, 300, 200), "Parameter Error:\n Invalid alternate character(0x0000).");
     EXPECT_EQ(check(NotGiven, 300, 200), "Parameter Error:\n LineHeight(=300) out of range[0 ～ 255]");
-    EXPECT_EQ(check(NotGiven, -1, 200), "Parameter Error:\n LineHeight(=-1) out of range[0 ～ 255]");
     EXPECT_EQ(check(NotGiven, 255, 200), "Parameter Error:\n DefaultLeftSpace(=200) out of range[-128 ～ 127]");
     EXPECT_EQ(check(NotGiven, 0, -128), "");
-}
 
-TEST(ZglyWriter, WriteChecksComeBeforeAnyFileIsCreated) {
-    CScratchDir dir;
+    // The font's own sizes at their edges, from glyphs that make them:
+    // {ascent of A, ascent of B (1 x 1 ink each), A's reach, A's advance}.
     CHeadlessPgCtrl pg;
     g_pPgCtrl = &pg;
-    SyntheticFontSpec fontSpec;
-    fontSpec.Codes = CodeRange(0x41, 3);
-    auto font = MakeSyntheticFont(fontSpec);
-    font->PrepareForOutput();
-    const int cw = font->CellWidth.Value;
-    auto write = [&](uint16_t alt, int width, int left, int right, int enc = 1) {
+    auto sized = [](int ascentA, int ascentB, int reach, int advance) {
+        auto font = std::make_unique<CFontData>();
+        font->Bpp.Set(1);
+        for (auto [code, ascent] : {std::pair{'A', ascentA}, std::pair{'B', ascentB}}) {
+            auto g = std::make_unique<CGlyph>();
+            g->Bpp = 1;
+            g->Ink = InkBox{0, 0, 1, 1};
+            g->Pixels = {0x80};
+            g->Ascent = ascent;
+            g->RightExtent = code == 'A' ? reach : 1;
+            g->RightSpace = code == 'A' ? advance - 1 : 0;
+            font->AddGlyph(std::move(g), code);
+        }
+        font->PrepareForOutput();
+        return font;
+    };
+    const struct {
+        std::unique_ptr<CFontData> Good, Bad;
+        std::string Message;
+        std::size_t At;  // the stored value's offset in the CGLP content
+    } edges[] = {
+        {sized(1, 1, 255, 2), sized(1, 1, 256, 2), "Max glyph width(=256) over 255.", 0},
+        {sized(100, -154, 1, 2), sized(100, -155, 1, 2), "Font height(=256) over 255.", 1},
+        {sized(1, 1, 1, 255), sized(1, 1, 1, 256), "Max char width(=256) over 255.", 5},
+        {sized(127, 1, 1, 2), sized(128, 1, 1, 2), "Baseline position(=128) over 127.", 4},
+    };
+    auto write = [&](CFontData& font) {
+        std::filesystem::remove(dir / "w.zgly");
         return MessageOf([&] {
-            CZarnicFontWriter(dir / "w.zgly", alt, NotGiven, width, left, right, enc, 0).Write(*font, CGlyphOrder());
+            CZarnicFontWriter(dir / "w.zgly", NotGiven, NotGiven, NotGiven, NotGiven, NotGiven, 1, 0)
+                .Write(font, CGlyphOrder());
         });
     };
-    EXPECT_EQ(write(NotGiven, cw + 1, NotGiven, 500),
-              FormatString("Parameter Error:\n DefaultWidth(=%d) out of range[0 ～ %d]", cw + 1, cw));
-    EXPECT_EQ(write(NotGiven, 4, 3, 500), "Parameter Error:\n DefaultRightSpace(=500) out of range[-135 ～ 120]");
-    EXPECT_EQ(write(u'Z', NotGiven, NotGiven, NotGiven),
-              "Parameter Error:\n Specified AlternateChar('Z' : U+005A) is not included in the Font");
-    font->CellWidth.Set(256);
-    EXPECT_EQ(write(NotGiven, NotGiven, NotGiven, NotGiven), "Parameter Error:\n Max glyph width(=256) over 255.");
-    font->CellWidth.Set(cw);
-    font->CellHeight.Set(300);
-    EXPECT_EQ(write(NotGiven, NotGiven, NotGiven, NotGiven), "Parameter Error:\n Font height(=300) over 255.");
-    font->CellHeight.Set(16);
+    for (const auto& e : edges) {
+        EXPECT_EQ(write(*e.Bad), "Parameter Error:\n " + e.Message);
+        EXPECT_FALSE(std::filesystem::exists(dir / "w.zgly")) << e.Message;
+        EXPECT_EQ(write(*e.Good), "") << e.Message;
+        auto b = FileBytes(dir / "w.zgly");
+        EXPECT_EQ(b[U32At(b, 24 + 8) + e.At], e.At == 4 ? 127 : 255) << e.Message;
+    }
+    auto font = sized(3, 1, 3, 4);
     font->Baseline.Set(-129);
-    EXPECT_EQ(write(NotGiven, NotGiven, NotGiven, NotGiven), "Parameter Error:\n Baseline position(=-129) under -128.");
-    EXPECT_FALSE(std::filesystem::exists(dir / "w.zgly"));
-    EXPECT_TRUE(std::filesystem::is_empty(dir.Path()));  // no temporary left behind either
-    g_pPgCtrl = nullptr;
-}
-
-TEST(ZglyWriter, DefaultWidthsAndAlternateGlyph) {
-    CScratchDir dir;
-    SyntheticFontSpec fontSpec;
-    fontSpec.Codes = CodeRange(0x41, 3);
-    auto font = MakeSyntheticFont(fontSpec);
-    font->DefaultWidth.Set(CharWidths{2, 5, 9});  // right space 2
-    font->AlternateChar.Set(u'B');
-    font->PrepareForOutput();
-    CHeadlessPgCtrl pg;
-    g_pPgCtrl = &pg;
-    CZarnicFontWriter(dir / "d.zgly", NotGiven, 20, 7, NotGiven, NotGiven, 0, 0).Write(*font, CGlyphOrder());
-    auto b = FileBytes(dir / "d.zgly");
-    EXPECT_EQ(b[24 + 1], 20);           // line feed override
-    EXPECT_EQ(U16At(b, 24 + 2), 1);     // 'B' is glyph 1
-    EXPECT_EQ(b[24 + 4], 2);            // left kept
-    EXPECT_EQ(b[24 + 5], 7);            // width overridden
-    EXPECT_EQ(b[24 + 6], 2 + 7 + 2);    // the source's right space kept
-    EXPECT_EQ(b[24 + 7], 0);            // UTF-8
-    // Without any alternate character the index is 0; the cancel before saving leaves nothing.
-    font->AlternateChar = {};
+    EXPECT_EQ(write(*font), "Parameter Error:\n Baseline position(=-129) under -128.");
+    font = sized(3, 1, 3, 4);
+    EXPECT_EQ(MessageOf([&] {
+                  CZarnicFontWriter(dir / "w.zgly", u'Z', NotGiven, NotGiven, NotGiven, NotGiven, 1, 0)
+                      .Write(*font, CGlyphOrder());
+              }),
+              "Parameter Error:\n Specified AlternateChar('Z' : U+005A) is not included in the Font");
+    // A cancel before saving leaves nothing, not even a temporary file.
+    std::filesystem::remove(dir / "w.zgly");
     pg.CancelAtVisibleStep(1);
-    EXPECT_THROW(CZarnicFontWriter(dir / "c.zgly", NotGiven, NotGiven, NotGiven, NotGiven, NotGiven, 1, 0)
+    EXPECT_THROW(CZarnicFontWriter(dir / "w.zgly", NotGiven, NotGiven, NotGiven, NotGiven, NotGiven, 1, 0)
                      .Write(*font, CGlyphOrder()),
                  int);
-    EXPECT_FALSE(std::filesystem::exists(dir / "c.zgly"));
+    std::filesystem::remove(dir / "ro.zgly");
+    EXPECT_TRUE(std::filesystem::is_empty(dir.Path()));
     g_pPgCtrl = nullptr;
 }
 
@@ -200,5 +205,28 @@ TEST(ZglyWriter, WidthEntriesFollowTheTurnedCell) {
             EXPECT_EQ(b[at + 2], 1 + (vertical ? 4 : 3) + 2) << what;  // A's advance
             EXPECT_EQ(b[at + 8], 3) << what;                      // C's advance is its space
         }
+    }
+}
+
+// The offsets in FINF, CWDH and CMAP chain every block of a written file, in file order.
+TEST(ZglyWriter, OffsetsChainTheBlocks) {
+    CScratchDir dir;
+    SyntheticFontSpec fontSpec;
+    fontSpec.Codes = CodeRange(0x20, 95);  // a direct block
+    for (uint16_t c : {0x3042, 0x4E00, 0x7000, 0x9000}) fontSpec.Codes.push_back(c);  // and a scan block
+    for (uint16_t c : CodeRange(0x100, 40)) fontSpec.Codes.push_back(c);  // and a table or direct block
+    auto font = MakeSyntheticFont(fontSpec);
+    WriteSyntheticZgly(*font, dir / "c.zgly");
+    auto b = FileBytes(dir / "c.zgly");
+    std::map<std::string, std::vector<uint32_t>> contents;  // tag -> content offsets, in file order
+    for (std::size_t at = 16; at + 8 <= b.size(); at += U32At(b, at + 4))
+        contents[std::string(b.begin() + at, b.begin() + at + 4)].push_back(static_cast<uint32_t>(at + 8));
+    ASSERT_GE(contents["PAMC"].size(), 3u);
+    EXPECT_EQ(U32At(b, 24 + 8), contents["PLGC"].at(0));
+    for (auto [tag, finf, next] : {std::tuple{"HDWC", 12, 4}, std::tuple{"PAMC", 16, 8}}) {
+        std::vector<uint32_t> chain;
+        for (uint32_t at = U32At(b, 24 + finf); at != 0 && chain.size() < 10; at = U32At(b, at + next))
+            chain.push_back(at);
+        EXPECT_EQ(chain, contents[tag]) << tag;
     }
 }
