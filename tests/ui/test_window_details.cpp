@@ -108,7 +108,7 @@ TEST_F(WindowTest, TerminationSignalsCancelThenClose) {
     EXPECT_EQ(CTerminationWatch::Received(), SIGTERM);
     EXPECT_EQ(Convert(*w), " Canceled");
     EXPECT_FALSE(std::filesystem::exists(Dir / "out.zgly"));
-    for (const auto& entry : std::filesystem::directory_iterator(Dir.Path))
+    for (const auto& entry : std::filesystem::directory_iterator(Dir.Dir))
         EXPECT_EQ(entry.path().filename().string().rfind(".out.zgly.", 0), std::string::npos) << entry.path();
     QTest::qWait(300);
     EXPECT_FALSE(w->isVisible());
