@@ -3,9 +3,6 @@
 install(FILES ${CMAKE_SOURCE_DIR}/data/man/glyphwright-cli.1 DESTINATION share/man/man1)
 install(FILES ${CMAKE_SOURCE_DIR}/data/completion/glyphwright-cli
   DESTINATION share/bash-completion/completions)
-if(IS_DIRECTORY ${CMAKE_SOURCE_DIR}/data/filters)
-  install(DIRECTORY ${CMAKE_SOURCE_DIR}/data/filters/ DESTINATION share/glyphwright/filters)
-endif()
 # The example recipe with its inputs, never what a build of it left there.
 install(DIRECTORY ${CMAKE_SOURCE_DIR}/examples/ DESTINATION share/doc/glyphwright/examples
   PATTERN fonts EXCLUDE PATTERN ".*" EXCLUDE)
