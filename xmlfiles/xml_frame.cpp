@@ -272,10 +272,10 @@ std::string ParseErrorText(const std::string& systemId, long long line, long lon
     return FormatString("%s : line %d : column %d\n\n %s\n", systemId, line, column, message);
 }
 
-bool IsElement(std::string_view name, std::string_view known) {
-    if (name.size() != known.size()) return false;
-    for (std::size_t i = 0; i < name.size(); ++i) {
-        char a = name[i], b = known[i];
+bool EqualsIgnoringCase(std::string_view text, std::string_view known) {
+    if (text.size() != known.size()) return false;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        char a = text[i], b = known[i];
         if (a >= 'A' && a <= 'Z') a = static_cast<char>(a - 'A' + 'a');
         if (b >= 'A' && b <= 'Z') b = static_cast<char>(b - 'A' + 'a');
         if (a != b) return false;
@@ -283,10 +283,12 @@ bool IsElement(std::string_view name, std::string_view known) {
     return true;
 }
 
+bool IsElement(std::string_view name, std::string_view known) { return EqualsIgnoringCase(name, known); }
+
 void ThrowNesting(const char* element, const char* parent) { ThrowError("<%s> must be in <%s>", element, parent); }
 
 void CheckRootVersion(std::string& errorText, const char* rootName, const CXmlAttributes& attrs) {
     const char* version = attrs.Value("version");
-    if (version && IsElement(version, "1.0")) return;
+    if (version && EqualsIgnoringCase(version, "1.0")) return;
     RecordFirstError(errorText, FormatString("%s version mismatch(%s: must be %s)", rootName, version, "1.0"));
 }

@@ -76,6 +76,8 @@ void RecordFirstError(std::string& errorText, const std::string& text);
 // "path : line n : column n\n\n message\n"
 std::string ParseErrorText(const std::string& systemId, long long line, long long column, const std::string& message);
 
+// ASCII letters compared without case; names and versions are ASCII.
+bool EqualsIgnoringCase(std::string_view text, std::string_view known);
 // Case-insensitive element name test.
 bool IsElement(std::string_view name, std::string_view known);
 // XML's own whitespace: space, tab, carriage return, line feed.
