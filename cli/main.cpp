@@ -20,7 +20,6 @@
 #include "cli/template_command.h"
 #include "core/conversion.h"
 #include "core/general_exception.h"
-#include "xmlfiles/glyph_order_files.h"
 
 namespace {
 
@@ -92,7 +91,6 @@ static int RunCommandLine(std::vector<std::string> args) {
 }
 
 int main(int argc, char** argv) {
-    CXmlPlatform xml;
     // Every failure ends here: its message as the message window shows it, status 1.
     try {
         return RunCommandLine({argv + 1, argv + argc});

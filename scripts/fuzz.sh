@@ -9,6 +9,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 root=$PWD
+bash scripts/setup.sh
 build=$root/build-fuzz
 targets=(bmp_loader grid_picture grid_reader order_loader filter_loader zgly_reader zgly_info lc_reader settings_ini)
 
@@ -31,6 +32,8 @@ echo 'extern "C" int LLVMFuzzerTestOneInput(const unsigned char*, unsigned long)
 if ! clang++ -fsanitize=fuzzer,address,undefined "$probe/p.cpp" -o "$probe/p" 2>/dev/null; then
   echo "Installing clang and its fuzzer runtime..."
   sudo=""; [[ $(id -u) -ne 0 ]] && sudo=sudo
+  # A fresh machine may not have read the package lists yet.
+  $sudo apt-get update -qq >/dev/null
   $sudo apt-get install -y -qq clang libclang-rt-dev >/dev/null 2>&1 ||
     $sudo apt-get install -y -qq clang libclang-rt-14-dev >/dev/null
 fi

@@ -4,11 +4,9 @@
 #include "ui/main_dlg.h"
 #include "ui/settings_store.h"
 #include "ui/termination_watch.h"
-#include "xmlfiles/glyph_order_files.h"
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
-    CXmlPlatform xml;
     CMainDlg window(ResolveSettingsPath(QCoreApplication::applicationFilePath().toStdString()));
     window.show();
     int status = 0;
