@@ -29,5 +29,7 @@ bench_cases() {
 4. IPAGothic, filter of 1 000 characters|$cv --from-font $IPAG --size 16 --levels 4 --no-soft-aa --filter $OUT/ipag-1000.xllt --to-zgly $OUT/ipag-4-f1000.zgly|$IPAG 16 gray 1 1000|
 4. IPAGothic, filter of 4 000 characters|$cv --from-font $IPAG --size 16 --levels 4 --no-soft-aa --filter $OUT/ipag-4000.xllt --to-zgly $OUT/ipag-4-f4000.zgly|$IPAG 16 gray 1 4000|
 4. IPAGothic, filter of 11 000 characters|$cv --from-font $IPAG --size 16 --levels 4 --no-soft-aa --filter $OUT/ipag-11000.xllt --to-zgly $OUT/ipag-4-f11000.zgly|$IPAG 16 gray 1 11000|
+5. IPAGothic 96 px, 16 levels -> ZGLY UTF-16|$cv --from-font $IPAG --size 96 --levels 16 --no-soft-aa --to-zgly $OUT/ipag-96.zgly|$IPAG 96 gray 1|
+5. IPAGothic 96 px, 16 levels, soft AA -> ZGLY UTF-16|$cv --from-font $IPAG --size 96 --levels 16 --to-zgly $OUT/ipag-96-soft.zgly|$IPAG 192 gray 1|
 CASES
 }

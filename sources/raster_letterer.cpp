@@ -35,7 +35,7 @@ bool CRasterLetterer::MakeGlyph(CGlyph& glyph, char16_t code) {
         if (y < 0 || y >= n) continue;
         for (int c = 0; c < b.Width; ++c) {
             const int x = b.Left + c;
-            if (x >= 0 && x < n && b.Pixels[r * b.Width + c] >= 128) Grid[static_cast<std::size_t>(y) * n + x] = Black;
+            if (x >= 0 && x < n && b.Pixels[r * b.Pitch + c] >= 128) Grid[static_cast<std::size_t>(y) * n + x] = Black;
         }
     }
 
