@@ -20,7 +20,6 @@
 #include "sources/win_font_reader.h"
 #include "ui/main_dlg.h"
 #include "ui/message_box.h"
-#include "xmlfiles/glyph_order_files.h"
 #include "zgly/zarnic_font_writer.h"
 
 namespace {
@@ -90,7 +89,6 @@ int main(int argc, char** argv) {
         return 2;
     }
     QApplication app(argc, argv);
-    CXmlPlatform xml;
     const int levels = std::atoi(argv[3]);
     const int bpp = levels == 2 ? 1 : levels == 4 ? 2 : levels == 8 ? 3 : 4;
     CBenchFrontEnd frontEnd(argv[1], std::atoi(argv[2]), bpp, argv[4]);

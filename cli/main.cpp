@@ -16,7 +16,6 @@
 #include "cli/preview_command.h"
 #include "core/conversion.h"
 #include "core/general_exception.h"
-#include "xmlfiles/glyph_order_files.h"
 
 namespace {
 
@@ -67,7 +66,6 @@ int main(int argc, char** argv) {
     } catch (const CUsageError& e) {
         return UsageError(e.what());
     }
-    CXmlPlatform xml;
     // Every failure ends here: its message as the message window shows it, status 1.
     try {
         return RunCommand(options);

@@ -2,6 +2,7 @@
 // arbitrary file bytes.
 #include "core/glyph_order.h"
 #include "fuzz/fuzz_support.h"
+#include "xmlfiles/glyph_order_files.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
     CFuzzEnvironment& env = FuzzEnvironment();

@@ -1,6 +1,6 @@
 // Shared frame of the fuzz targets: one temporary directory per process for
-// the files a parser needs a path for, a headless progress interface, Xerces
-// initialised once, and the run of one input with every clean refusal caught.
+// the files a parser needs a path for, a headless progress interface, and the
+// run of one input with every clean refusal caught.
 #pragma once
 
 #include <unistd.h>
@@ -14,7 +14,6 @@
 #include "core/general_exception.h"
 #include "core/headless_pg_ctrl.h"
 #include "core/pg_ctrl.h"
-#include "xmlfiles/glyph_order_files.h"
 
 class CFuzzEnvironment {
 public:
@@ -52,7 +51,6 @@ public:
         }
     }
 
-    CXmlPlatform Xml;
     CHeadlessPgCtrl PgCtrl;
     std::filesystem::path Dir;
 };

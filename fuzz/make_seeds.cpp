@@ -14,7 +14,6 @@
 #include "core/general_exception.h"
 #include "core/glyph_order.h"
 #include "core/headless_pg_ctrl.h"
-#include "xmlfiles/glyph_order_files.h"
 #include "zgly/synthetic_font.h"
 
 extern const char* const FuzzGridOrder;
@@ -209,7 +208,6 @@ int main(int argc, char** argv) {
         return 2;
     }
     fs::path out = argv[1];
-    CXmlPlatform xml;
     CHeadlessPgCtrl pg;
     g_pPgCtrl = &pg;
     fs::path work = out / "work";

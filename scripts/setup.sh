@@ -5,7 +5,7 @@ set -euo pipefail
 
 packages=(
   cmake g++ make pkg-config python3
-  libgtest-dev libxerces-c-dev libfreetype-dev libfontconfig-dev libharfbuzz-dev libpng-dev
+  libgtest-dev libexpat1-dev libfreetype-dev libfontconfig-dev libharfbuzz-dev libpng-dev
   qt6-base-dev
   fonts-dejavu-core fonts-ipafont-gothic
   xvfb

@@ -3,11 +3,9 @@
 
 #include "ui/main_dlg.h"
 #include "ui/settings_store.h"
-#include "xmlfiles/glyph_order_files.h"
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
-    CXmlPlatform xml;
     CMainDlg window(ResolveSettingsPath(QCoreApplication::applicationFilePath().toStdString()));
     window.show();
     return app.exec();

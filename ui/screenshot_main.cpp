@@ -15,7 +15,6 @@
 #include "ui/preview_wnd.h"
 #include "ui/message_box.h"
 #include "ui/warning_wnd.h"
-#include "xmlfiles/glyph_order_files.h"
 
 namespace {
 
@@ -38,7 +37,6 @@ int main(int argc, char** argv) {
     if (argc < 3) return 2;
     QString dir = argv[1];
     QDir().mkpath(dir);
-    CXmlPlatform xml;
     // The licence notice of the first start is saved too, then closed.
     SetMessageBoxRunner([&dir](QMessageBox& box) {
         box.show();

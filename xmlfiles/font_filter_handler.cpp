@@ -1,10 +1,7 @@
 #include "xmlfiles/font_filter_handler.h"
 
-#include <xercesc/util/XMLChar.hpp>
-
 #include "core/general_exception.h"
-
-using namespace xercesc;
+#include "xmlfiles/xml_numbers.h"
 
 namespace {
 
@@ -12,50 +9,50 @@ const XmlFailureTexts FontFilterTexts{"XML Error:\n %s", "XML Error:\n Invalid f
 
 }  // namespace
 
-void CFontFilterHandler::characters(const XMLCh* const chars, const XMLSize_t length) {
+void CFontFilterHandler::Characters(std::u16string_view text) {
     if (!InLetter) return;
     if (InCode) {
         // Only the first piece of a code's text is its number.
         InCode = false;
-        Filter.Letters[ParseCodeNumber(std::u16string_view(chars, length))] = true;
+        Filter.Letters[ParseCodeNumber(text)] = true;
         return;
     }
-    for (XMLSize_t i = 0; i < length; ++i)
-        if (!XMLChar1_0::isWhitespace(chars[i])) Filter.Letters[static_cast<uint16_t>(chars[i])] = true;
+    for (char16_t c : text)
+        if (!IsXmlWhitespace(c)) Filter.Letters[static_cast<uint16_t>(c)] = true;
 }
 
-void CFontFilterHandler::startElement(const XMLCh* const name, AttributeList& attrs) {
-    if (IsElement(name, u"code")) {
+void CFontFilterHandler::StartElement(std::string_view name, const CXmlAttributes& attrs) {
+    if (IsElement(name, "code")) {
         if (!InLetter) ThrowNesting("code", "letter");
         InCode = true;
-    } else if (IsElement(name, u"sp")) {
+    } else if (IsElement(name, "sp")) {
         if (!InLetter) ThrowNesting("sp", "letter");
         Filter.Letters[0x0020] = true;
-    } else if (IsElement(name, u"letter")) {
+    } else if (IsElement(name, "letter")) {
         if (!InBody) ThrowNesting("letter", "body");
         InLetter = true;
-    } else if (IsElement(name, u"body")) {
+    } else if (IsElement(name, "body")) {
         if (Depth != 1) ThrowNesting("body", "letter-list");
         InBody = true;
-    } else if (IsElement(name, u"letter-list")) {
+    } else if (IsElement(name, "letter-list")) {
         CheckRootVersion(ErrorText, "letter-list", attrs);
     }
     ++Depth;
 }
 
-void CFontFilterHandler::endElement(const XMLCh* const name) {
+void CFontFilterHandler::EndElement(std::string_view name) {
     --Depth;
-    if (IsElement(name, u"code"))
+    if (IsElement(name, "code"))
         InCode = false;
-    else if (IsElement(name, u"letter"))
+    else if (IsElement(name, "letter"))
         InLetter = false;
-    else if (IsElement(name, u"body"))
+    else if (IsElement(name, "body"))
         InBody = false;
 }
 
 void CFontFilter::Load(const std::filesystem::path& path) {
     CFontFilterHandler handler(*this);
-    ParseXmlFile(handler, path, handler.ErrorText, FontFilterTexts);
+    ParseXmlFile(handler, path, FontFilterTexts);
     Letters[0x0020] = true;
     PassAll = false;
 }

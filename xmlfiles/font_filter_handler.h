@@ -1,4 +1,4 @@
-// The SAX handler that fills a CFontFilter from a character filter file (.xllt).
+// The handler that fills a CFontFilter from a character filter file (.xllt).
 #pragma once
 
 #include "core/font_filter.h"
@@ -9,9 +9,9 @@ public:
     // Parser warnings make a filter fail to load.
     explicit CFontFilterHandler(CFontFilter& filter) : CXmlHandlerBase(true), Filter(filter) {}
 
-    void characters(const XMLCh* const chars, const XMLSize_t length) override;
-    void startElement(const XMLCh* const name, xercesc::AttributeList& attrs) override;
-    void endElement(const XMLCh* const name) override;
+    void Characters(std::u16string_view text) override;
+    void StartElement(std::string_view name, const CXmlAttributes& attrs) override;
+    void EndElement(std::string_view name) override;
 
     bool InCode = false;
     bool InLetter = false;

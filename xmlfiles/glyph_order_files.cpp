@@ -6,8 +6,6 @@
 #include <cctype>
 #include <system_error>
 
-#include <xercesc/util/PlatformUtils.hpp>
-
 #include "core/general_exception.h"
 #include "core/glyph_order.h"
 #include "core/pg_ctrl.h"
@@ -76,22 +74,4 @@ void CheckGlyphOrderFile(const std::filesystem::path& path) {
     CheckInputFile(path);
     CGlyphOrder order;
     order.Load(path);
-}
-
-namespace {
-bool XmlStarted = false;
-}  // namespace
-
-void EnsureXmlPlatform() {
-    if (XmlStarted) return;
-    xercesc::XMLPlatformUtils::Initialize();
-    XmlStarted = true;
-}
-
-CXmlPlatform::CXmlPlatform() = default;
-
-CXmlPlatform::~CXmlPlatform() {
-    if (!XmlStarted) return;
-    xercesc::XMLPlatformUtils::Terminate();
-    XmlStarted = false;
 }

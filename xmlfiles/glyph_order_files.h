@@ -24,14 +24,3 @@ void FindGlyphOrderFilesIn(std::vector<GlyphOrderInfo>& list, const std::vector<
 std::vector<std::filesystem::path> GlyphOrderDirectories();
 void CheckGlyphOrderFile(const std::filesystem::path& path);
 
-// Xerces-C for the process, owned by whoever runs conversions. It starts at
-// the first XML file read (EnsureXmlPlatform): its start-up costs about as
-// much as converting a small font, and most conversions read no XML file.
-class CXmlPlatform {
-public:
-    CXmlPlatform();
-    ~CXmlPlatform();
-    CXmlPlatform(const CXmlPlatform&) = delete;
-    CXmlPlatform& operator=(const CXmlPlatform&) = delete;
-};
-void EnsureXmlPlatform();

@@ -1,11 +1,7 @@
 #include "xmlfiles/glyph_order_handler.h"
 
-#include <xercesc/util/XMLChar.hpp>
-#include <xercesc/util/XMLString.hpp>
-
 #include "core/general_exception.h"
-
-using namespace xercesc;
+#include "xmlfiles/xml_numbers.h"
 
 namespace {
 
@@ -13,60 +9,60 @@ const XmlFailureTexts GlyphOrderTexts{"XML Error:\n %s", "XML Error:\n Invalid o
 
 }  // namespace
 
-void CGlyphOrderHandler::characters(const XMLCh* const chars, const XMLSize_t length) {
+void CGlyphOrderHandler::Characters(std::u16string_view text) {
     if (!InOrder) return;
     if (InCode) {
         // Only the first piece of a code's text is its number.
         InCode = false;
-        Order.Codes.push_back(ParseCodeNumber(std::u16string_view(chars, length)));
+        Order.Codes.push_back(ParseCodeNumber(text));
         return;
     }
-    for (XMLSize_t i = 0; i < length; ++i)
-        if (!XMLChar1_0::isWhitespace(chars[i])) Order.Codes.push_back(static_cast<uint16_t>(chars[i]));
+    for (char16_t c : text)
+        if (!IsXmlWhitespace(c)) Order.Codes.push_back(static_cast<uint16_t>(c));
 }
 
-void CGlyphOrderHandler::startElement(const XMLCh* const name, AttributeList& attrs) {
-    if (IsElement(name, u"null")) {
+void CGlyphOrderHandler::StartElement(std::string_view name, const CXmlAttributes& attrs) {
+    if (IsElement(name, "null")) {
         if (!InOrder) ThrowNesting("null", "order");
         Order.Codes.push_back(NoCode);
-    } else if (IsElement(name, u"sp")) {
+    } else if (IsElement(name, "sp")) {
         if (!InOrder) ThrowNesting("sp", "order");
         Order.Codes.push_back(0x0020);
-    } else if (IsElement(name, u"code")) {
+    } else if (IsElement(name, "code")) {
         if (!InOrder) ThrowNesting("code", "order");
         InCode = true;
-    } else if (IsElement(name, u"order")) {
+    } else if (IsElement(name, "order")) {
         if (!InBody) ThrowNesting("order", "body");
         InOrder = true;
-    } else if (IsElement(name, u"area")) {
+    } else if (IsElement(name, "area")) {
         if (!InBody) ThrowNesting("area", "body");
-        if (const XMLCh* width = attrs.getValue(u"width")) Order.Width = XMLString::parseInt(width);
-        if (const XMLCh* height = attrs.getValue(u"height")) {
-            Order.Height = XMLString::parseInt(height);
+        if (const char* width = attrs.Value("width")) Order.Width = ParseDecimalNumber(width, "area width");
+        if (const char* height = attrs.Value("height")) {
+            Order.Height = ParseDecimalNumber(height, "area height");
             Order.HeightGiven = true;
         }
-    } else if (IsElement(name, u"body")) {
+    } else if (IsElement(name, "body")) {
         if (Depth != 1) ThrowNesting("body", "letter-order");
         InBody = true;
-    } else if (IsElement(name, u"letter-order")) {
+    } else if (IsElement(name, "letter-order")) {
         CheckRootVersion(ErrorText, "letter-order", attrs);
     }
     ++Depth;
 }
 
-void CGlyphOrderHandler::endElement(const XMLCh* const name) {
+void CGlyphOrderHandler::EndElement(std::string_view name) {
     --Depth;
-    if (IsElement(name, u"code"))
+    if (IsElement(name, "code"))
         InCode = false;
-    else if (IsElement(name, u"order"))
+    else if (IsElement(name, "order"))
         InOrder = false;
-    else if (IsElement(name, u"body"))
+    else if (IsElement(name, "body"))
         InBody = false;
 }
 
 void CGlyphOrder::Load(const std::filesystem::path& path) {
     CGlyphOrderHandler handler(*this);
-    ParseXmlFile(handler, path, handler.ErrorText, GlyphOrderTexts);
+    ParseXmlFile(handler, path, GlyphOrderTexts);
     if (Width <= 0) ThrowError("XML Error:\n Invalid order width(=%d).", Width);
     if (HeightGiven) {
         if (Height <= 0) ThrowError("XML Error:\n Invalid order height(=%d).", Height);

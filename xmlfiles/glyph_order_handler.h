@@ -1,4 +1,4 @@
-// The SAX handler that fills a CGlyphOrder from a glyph order file (.xlor).
+// The handler that fills a CGlyphOrder from a glyph order file (.xlor).
 #pragma once
 
 #include "core/glyph_order.h"
@@ -8,9 +8,9 @@ class CGlyphOrderHandler : public CXmlHandlerBase {
 public:
     explicit CGlyphOrderHandler(CGlyphOrder& order) : CXmlHandlerBase(false), Order(order) {}
 
-    void characters(const XMLCh* const chars, const XMLSize_t length) override;
-    void startElement(const XMLCh* const name, xercesc::AttributeList& attrs) override;
-    void endElement(const XMLCh* const name) override;
+    void Characters(std::u16string_view text) override;
+    void StartElement(std::string_view name, const CXmlAttributes& attrs) override;
+    void EndElement(std::string_view name) override;
 
     bool InOrder = false;
     bool InCode = false;

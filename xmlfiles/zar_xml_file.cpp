@@ -18,7 +18,7 @@ void CZarXmlFile::Load(GlyphOrderInfo& info, const std::filesystem::path& path) 
     info.Path = path;
     info.FileName = path.filename().string();
     try {
-        ParseXmlFile(*this, path, ErrorText, ZarXmlTexts);
+        ParseXmlFile(*this, path, ZarXmlTexts);
     } catch (...) {
         StoreText();
         Target = nullptr;
@@ -35,35 +35,35 @@ void CZarXmlFile::StoreText() {
     Target->Comment = Utf16ToUtf8(Comment);
 }
 
-void CZarXmlFile::characters(const XMLCh* const chars, const XMLSize_t length) {
+void CZarXmlFile::Characters(std::u16string_view text) {
     if (InComment)
-        Comment.append(chars, length);
+        Comment.append(text);
     else if (InTitle)
-        Title.append(chars, length);
+        Title.append(text);
 }
 
-void CZarXmlFile::startElement(const XMLCh* const name, xercesc::AttributeList& attrs) {
-    if (IsElement(name, u"comment")) {
+void CZarXmlFile::StartElement(std::string_view name, const CXmlAttributes& attrs) {
+    if (IsElement(name, "comment")) {
         if (!InHead || Depth != 2) ThrowNesting("comment", "head");
         InComment = true;
-    } else if (IsElement(name, u"title")) {
+    } else if (IsElement(name, "title")) {
         if (!InHead || Depth != 2) ThrowNesting("title", "head");
         InTitle = true;
-    } else if (IsElement(name, u"head")) {
+    } else if (IsElement(name, "head")) {
         if (Depth != 1) ThrowNesting("head", "letter-order");
         InHead = true;
-    } else if (IsElement(name, u"letter-order")) {
+    } else if (IsElement(name, "letter-order")) {
         CheckRootVersion(ErrorText, "letter-order", attrs);
     }
     ++Depth;
 }
 
-void CZarXmlFile::endElement(const XMLCh* const name) {
+void CZarXmlFile::EndElement(std::string_view name) {
     --Depth;
-    if (IsElement(name, u"comment"))
+    if (IsElement(name, "comment"))
         InComment = false;
-    else if (IsElement(name, u"title"))
+    else if (IsElement(name, "title"))
         InTitle = false;
-    else if (IsElement(name, u"head"))
+    else if (IsElement(name, "head"))
         InHead = false;
 }

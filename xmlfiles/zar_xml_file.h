@@ -14,9 +14,9 @@ public:
     // Fills info; throws CGeneralException on failure (Loaded stays false).
     void Load(GlyphOrderInfo& info, const std::filesystem::path& path);
 
-    void characters(const XMLCh* const chars, const XMLSize_t length) override;
-    void startElement(const XMLCh* const name, xercesc::AttributeList& attrs) override;
-    void endElement(const XMLCh* const name) override;
+    void Characters(std::u16string_view text) override;
+    void StartElement(std::string_view name, const CXmlAttributes& attrs) override;
+    void EndElement(std::string_view name) override;
 
     bool Loaded = false;
     bool InHead = false;
@@ -27,7 +27,7 @@ public:
 private:
     void StoreText();
 
-    // Collected as UTF-16 so that a character split over two chunks survives.
+    // Collected as UTF-16, as the frame delivers text.
     std::u16string Title;
     std::u16string Comment;
 };

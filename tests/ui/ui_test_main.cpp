@@ -4,12 +4,10 @@
 
 #include <QApplication>
 
-#include "xmlfiles/glyph_order_files.h"
 
 int main(int argc, char** argv) {
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
-    CXmlPlatform xml;
     testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
 }
