@@ -110,6 +110,10 @@ private:
     int TableBpp = 0;
     uint8_t Level[256] = {};
     bool Ink[256] = {};
+    // Ink is every byte from InkFrom up (0: not so); InkAdd its word constant.
+    int InkFrom = 0;
+    uint64_t InkAdd = 0;
+    bool InkInWord(const uint8_t* bytes) const;
     // Depths 1, 2 and 4: the packed levels of two neighbouring bytes (a | b << 8).
     std::vector<uint8_t> Pairs;
     std::vector<uint8_t> Row;
