@@ -153,10 +153,22 @@ void PackImageRow(uint8_t* dst, std::size_t bit, const uint8_t* src, int n, cons
     constexpr int PerByte = 8 / Bpp;
     uint8_t* d = dst + (bit >> 3);
     if constexpr (std::endian::native == std::endian::little) {
+        // The packed byte of eight equal pixels of value 0 or 255.
+        unsigned blank = 0, solid = 0;
+        for (int k = 0; k < PerByte; k += 2) {
+            blank = blank << (2 * Bpp) | pairs[0];
+            solid = solid << (2 * Bpp) | pairs[0xFFFF];
+        }
         // Eight pixels a step from one load: pixel j is byte j of the word.
         for (; i + 8 <= n; i += 8) {
             uint64_t v;
             std::memcpy(&v, src + i, 8);
+            // Blank and solid stretches, most of a large glyph, take no look-ups.
+            if (v == 0 || v == ~uint64_t{0}) {
+                std::memset(d, v == 0 ? blank : solid, 8 / PerByte);
+                d += 8 / PerByte;
+                continue;
+            }
             for (int o = 0; o < 8; o += PerByte) {
                 unsigned byte = 0;
                 for (int k = 0; k < PerByte; k += 2) byte = byte << (2 * Bpp) | pairs[(v >> (8 * (o + k))) & 0xFFFF];

@@ -86,6 +86,11 @@ void CVectorLetterer::HalveToLevels(const Bitmap& b, RenderedCell& cell) {
                 uint64_t top, bottom;
                 std::memcpy(&top, a + 2 * x, 8);
                 std::memcpy(&bottom, c + 2 * x, 8);
+                // Blank and solid stretches, most of a large glyph, take no look-ups.
+                if ((top | bottom) == 0 || (top & bottom) == ~uint64_t{0}) {
+                    std::memset(out + x, top == 0 ? BlockLevels[0] : BlockLevels[64], 4);
+                    continue;
+                }
                 for (int k = 0; k < 4; ++k)
                     out[x + k] = BlockLevels[pairs[(top >> (16 * k)) & 0xFFFF] + pairs[(bottom >> (16 * k)) & 0xFFFF]];
             }
