@@ -41,7 +41,7 @@ void CLetterer::OpenFace(const FontRequest& request, int32_t size) {
     if (Vertical) Forms = std::make_unique<CVerticalForms>(Face->Face());
 }
 
-bool CLetterer::HasGlyph(char16_t code) const { return FT_Get_Char_Index(Face->Face(), code) != 0; }
+FT_UInt CLetterer::GlyphIndex(char16_t code) const { return FT_Get_Char_Index(Face->Face(), code); }
 
 void CLetterer::Widen(const FT_Bitmap& bitmap) {
     const int w = static_cast<int>(bitmap.width), h = static_cast<int>(bitmap.rows);
@@ -94,9 +94,8 @@ void CLetterer::TurnCounterClockwise(Bitmap& b) {
     b = t;
 }
 
-bool CLetterer::Render(char16_t code, FT_Int32 loadFlags, Bitmap& out) {
+bool CLetterer::Render(char16_t code, FT_UInt index, FT_Int32 loadFlags, Bitmap& out) {
     FT_Face face = Face->Face();
-    FT_UInt index = FT_Get_Char_Index(face, code);
     const bool upright = Forms && Forms->IsUpright(code, index);
     if (upright) index = Forms->Substitute(code, index);
     if (FT_Load_Glyph(face, index, loadFlags | FT_LOAD_RENDER) != 0) return false;

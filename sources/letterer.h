@@ -56,7 +56,8 @@ public:
     virtual void Prepare(const FontRequest& request) = 0;
     // False when the face has nothing for the code; the glyph is untouched then.
     virtual bool MakeGlyph(CGlyph& glyph, char16_t code) = 0;
-    bool HasGlyph(char16_t code) const;
+    // The face's glyph for the code, 0 when it has none.
+    FT_UInt GlyphIndex(char16_t code) const;
     // Crops the image to its ink and builds the glyph with the width type's
     // spaces, turned a quarter turn clockwise for vertical fonts. The glyph's
     // pixels are packed at the letterer's depth.
@@ -83,8 +84,9 @@ protected:
         int32_t Advance = 0;
     };
     void OpenFace(const FontRequest& request, int32_t size);
-    // Loads and renders the code; false when FreeType cannot.
-    bool Render(char16_t code, FT_Int32 loadFlags, Bitmap& out);
+    // Loads and renders the code's glyph (index from GlyphIndex); false when
+    // FreeType cannot.
+    bool Render(char16_t code, FT_UInt index, FT_Int32 loadFlags, Bitmap& out);
 
     int32_t Bpp = 1;
     int32_t WidthType = 0;

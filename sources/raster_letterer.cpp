@@ -19,9 +19,10 @@ void CRasterLetterer::Prepare(const FontRequest& request) {
 }
 
 bool CRasterLetterer::MakeGlyph(CGlyph& glyph, char16_t code) {
-    if (!HasGlyph(code)) return false;
+    const FT_UInt index = GlyphIndex(code);
+    if (index == 0) return false;
     Bitmap b;
-    if (!Render(code, FT_LOAD_TARGET_MONO, b)) return false;
+    if (!Render(code, index, FT_LOAD_TARGET_MONO, b)) return false;
     const int n = CellSize;
 
     // The opaque text background covers advance x cell height; ink may

@@ -103,12 +103,13 @@ void CVectorLetterer::HalveToLevels(const Bitmap& b, RenderedCell& cell) {
 }
 
 bool CVectorLetterer::MakeGlyph(CGlyph& glyph, char16_t code) {
-    if (!HasGlyph(code)) return false;
+    const FT_UInt index = GlyphIndex(code);
+    if (index == 0) return false;
     FT_Face face = Face->Face();
     RenderedCell cell;
     Bitmap b;
     const FT_Int32 flags = FT_LOAD_TARGET_NORMAL | (Face->Scalable() ? FT_LOAD_NO_BITMAP : 0);
-    if (Render(code, flags, b)) {
+    if (Render(code, index, flags, b)) {
         // A rendering without area (a flat stroke) is a character without
         // ink: its black box is 0 x 0, so halving never adds a row to write.
         if (b.Width <= 0 || b.Rows <= 0) b.Width = b.Rows = 0;
@@ -120,7 +121,7 @@ bool CVectorLetterer::MakeGlyph(CGlyph& glyph, char16_t code) {
     } else {
         // No outline to render: an ink-less character with the advance alone.
         FT_Fixed advance = 0;
-        if (FT_Get_Advance(face, FT_Get_Char_Index(face, code), FT_LOAD_DEFAULT, &advance) != 0) return false;
+        if (FT_Get_Advance(face, index, FT_LOAD_DEFAULT, &advance) != 0) return false;
         const auto px = static_cast<int16_t>((advance + 0x8000) >> 16);
         b = Bitmap{};
         cell.OriginX = px;
