@@ -12,8 +12,8 @@ make)
   source bench/cases.sh
   make_filters
   while IFS='|' read -r name args _; do
-    # shellcheck disable=SC2086
-    "$BIN/glyphwright-cli" $args || { echo "failed: $name" >&2; exit 1; }
+    eval "set -- $args"
+    "$BIN/glyphwright-cli" "$@" || { echo "failed: $name" >&2; exit 1; }
   done < <(bench_cases)
   ;;
 compare)

@@ -4,6 +4,8 @@
 #pragma once
 
 #include <algorithm>
+#include <bit>
+#include <cstring>
 #include <cstddef>
 #include <cstdint>
 
@@ -56,8 +58,28 @@ inline void OrBitRun(uint8_t* dst, std::size_t dstBit, const uint8_t* src, std::
     const uint8_t* s = src + (srcBit >> 3);
     const int shift = static_cast<int>(srcBit & 7);
     if (shift == 0) {
+        for (; n >= 64; n -= 64, d += 8, s += 8) {
+            uint64_t a, b;
+            std::memcpy(&a, d, 8);
+            std::memcpy(&b, s, 8);
+            a |= b;
+            std::memcpy(d, &a, 8);
+        }
         for (; n >= 8; n -= 8) *d++ |= *s++;
     } else {
+        if constexpr (std::endian::native == std::endian::little) {
+            // Eight destination bytes a step: the source word read most
+            // significant byte first, shifted, topped up from the ninth byte
+            // (which still holds bits of the run).
+            for (; n >= 64; n -= 64, d += 8, s += 8) {
+                uint64_t a, b;
+                std::memcpy(&a, d, 8);
+                std::memcpy(&b, s, 8);
+                b = __builtin_bswap64(b) << shift | uint64_t{s[8]} >> (8 - shift);
+                a |= __builtin_bswap64(b);
+                std::memcpy(d, &a, 8);
+            }
+        }
         // Both source bytes hold bits of the run, so neither read is beyond it.
         for (; n >= 8; n -= 8, ++s) *d++ |= static_cast<uint8_t>(s[0] << shift | s[1] >> (8 - shift));
     }

@@ -2,6 +2,7 @@
 // (CRasterLetterer) or 4 to 32 (CVectorLetterer), horizontal or vertical.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -28,6 +29,10 @@ struct RenderedCell {
 // Soft anti-aliasing: halves an image rendered at double height, keeping the
 // baseline between 2 x 2 blocks. Works in place on Width x Height bytes.
 void HalveImage(uint8_t* image, RenderedCell& cell);
+// The halved cell's size and metrics, as HalveImage sets them; returns the
+// source rows the halving covers (one more than Height when the first block
+// starts a row above the image).
+int HalveCellMetrics(RenderedCell& cell);
 // Maps the 17 levels 0..16 to 0..MaxLevel, in place.
 void ScaleLevels(uint8_t* image, std::size_t count, int maxLevel);
 
@@ -51,26 +56,37 @@ public:
     virtual void Prepare(const FontRequest& request) = 0;
     // False when the face has nothing for the code; the glyph is untouched then.
     virtual bool MakeGlyph(CGlyph& glyph, char16_t code) = 0;
-    bool HasGlyph(char16_t code) const;
+    // The face's glyph for the code, 0 when it has none.
+    FT_UInt GlyphIndex(char16_t code) const;
     // Crops the image to its ink and builds the glyph with the width type's
-    // spaces, turned a quarter turn clockwise for vertical fonts.
+    // spaces, turned a quarter turn clockwise for vertical fonts. The glyph's
+    // pixels are packed at the letterer's depth.
     void BuildGlyph(CGlyph& glyph, const uint8_t* image, const RenderedCell& cell);
+    // The same from rows pitch bytes apart whose bytes become levels through
+    // a 256-entry table (levels[v] is the level of byte v; nullptr: the bytes
+    // are the levels). Lets a rendering be cropped and packed where FreeType
+    // left it, touching only the ink's rows.
+    void BuildGlyph(CGlyph& glyph, const uint8_t* image, std::ptrdiff_t pitch, const uint8_t* levels,
+                    const RenderedCell& cell);
 
     const CFontFace* Font() const { return Face.get(); }
 
 protected:
-    // A character's rendering as FreeType delivers it, widened to one byte a
-    // pixel (coverage 0..255), already turned for vertical faces.
+    // A character's rendering at one byte a pixel (coverage 0..255), already
+    // turned for vertical faces: FreeType's own buffer when it is one, else
+    // a widened copy. Valid until the next Render.
     struct Bitmap {
         const uint8_t* Pixels = nullptr;
         int32_t Width = 0, Rows = 0;
+        std::ptrdiff_t Pitch = 0;  // bytes from one row to the next
         int32_t Left = 0;  // pen to left edge
         int32_t Top = 0;   // baseline to top edge, upwards
         int32_t Advance = 0;
     };
     void OpenFace(const FontRequest& request, int32_t size);
-    // Loads and renders the code; false when FreeType cannot.
-    bool Render(char16_t code, FT_Int32 loadFlags, Bitmap& out);
+    // Loads and renders the code's glyph (index from GlyphIndex); false when
+    // FreeType cannot.
+    bool Render(char16_t code, FT_UInt index, FT_Int32 loadFlags, Bitmap& out);
 
     int32_t Bpp = 1;
     int32_t WidthType = 0;
@@ -89,6 +105,20 @@ private:
 
     std::vector<uint8_t> Coverage;
     std::vector<uint8_t> Turned;
+    // Byte -> level (masked to the depth) and byte -> "is ink" of the last
+    // BuildGlyph's table, depth and background.
+    const uint8_t* TableFor = nullptr;
+    int TableBackground = -1;
+    int TableBpp = 0;
+    uint8_t Level[256] = {};
+    bool Ink[256] = {};
+    // Ink is every byte from InkFrom up (0: not so); InkAdd its word constant.
+    int InkFrom = 0;
+    uint64_t InkAdd = 0;
+    bool InkInWord(const uint8_t* bytes) const;
+    // Depths 1, 2 and 4: the packed levels of two neighbouring bytes (a | b << 8).
+    std::vector<uint8_t> Pairs;
+    std::vector<uint8_t> Row;
 };
 
 class CRasterLetterer : public CLetterer {
@@ -109,8 +139,16 @@ public:
     bool SoftAA = false;
 
 private:
+    // Halves the coverage image straight into output levels (soft anti-aliasing).
+    void HalveToLevels(const Bitmap& b, RenderedCell& cell);
+
     std::vector<uint8_t> Image;
+    std::vector<uint8_t> ZeroRow;
     // FreeType's coverage 0..255 as the 17 levels 0..16, and as output levels.
     uint8_t Levels17[256] = {};
     uint8_t OutputLevels[256] = {};
+    // Soft anti-aliasing: the 17-level sum of two horizontal neighbours, by
+    // the two coverage bytes (a | b << 8), and the output level of a 2 x 2 sum.
+    std::vector<uint8_t> PairSums;
+    uint8_t BlockLevels[65] = {};
 };

@@ -19,9 +19,10 @@ void CRasterLetterer::Prepare(const FontRequest& request) {
 }
 
 bool CRasterLetterer::MakeGlyph(CGlyph& glyph, char16_t code) {
-    if (!HasGlyph(code)) return false;
+    const FT_UInt index = GlyphIndex(code);
+    if (index == 0) return false;
     Bitmap b;
-    if (!Render(code, FT_LOAD_TARGET_MONO, b)) return false;
+    if (!Render(code, index, FT_LOAD_TARGET_MONO, b)) return false;
     const int n = CellSize;
 
     // The opaque text background covers advance x cell height; ink may
@@ -35,7 +36,7 @@ bool CRasterLetterer::MakeGlyph(CGlyph& glyph, char16_t code) {
         if (y < 0 || y >= n) continue;
         for (int c = 0; c < b.Width; ++c) {
             const int x = b.Left + c;
-            if (x >= 0 && x < n && b.Pixels[r * b.Width + c] >= 128) Grid[static_cast<std::size_t>(y) * n + x] = Black;
+            if (x >= 0 && x < n && b.Pixels[r * b.Pitch + c] >= 128) Grid[static_cast<std::size_t>(y) * n + x] = Black;
         }
     }
 

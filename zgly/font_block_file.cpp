@@ -68,14 +68,35 @@ void CFontBlockFile::WriteBlock(const CFontBlock& block) {
     ++WrittenBlocks;
 }
 
-void CFontBlockFile::Save(const CFontBlockSet& set) {
+void CFontBlockFile::WriteStreamedBlock(const StreamedBlock& block) {
+    const uint32_t padded = PaddedBlockSize(block.Length);
+    uint8_t head[BlockHeaderSize];
+    PutU32(head, block.Tag);
+    PutU32(head + 4, padded);
+    Write(head, BlockHeaderSize);
+    const uint32_t start = Tell();
+    block.WriteContent(*this);
+    if (Tell() - start != block.Length)
+        ThrowError("Internal Error:\n Block content of %d bytes written as %d.", static_cast<long long>(block.Length),
+                   static_cast<long long>(Tell() - start));
+    static const uint8_t zeros[4] = {};
+    Write(zeros, padded - BlockHeaderSize - block.Length);
+    WriteOffset += padded;
+    ++WrittenBlocks;
+}
+
+void CFontBlockFile::Save(const CFontBlockSet& set) { Save(set, StreamedBlock{}); }
+
+void CFontBlockFile::Save(const CFontBlockSet& set, const StreamedBlock& streamed) {
     Open(Mode::Write);
     Writing = true;
     WriteOffset = HeaderSize;
     WrittenBlocks = 0;
     Seek(HeaderSize);
-    for (uint32_t tag : {TagFINF, TagCGLP, TagCWDH, TagCMAP})
+    for (uint32_t tag : {TagFINF, TagCGLP, TagCWDH, TagCMAP}) {
         for (uint32_t i = 0; const CFontBlock* b = set.GetBlock(tag, i); ++i) WriteBlock(*b);
+        if (streamed.WriteContent && streamed.Tag == tag) WriteStreamedBlock(streamed);
+    }
 
     PutU32(HeaderBuffer, Magic);
     PutU16(HeaderBuffer + 4, ByteOrderMark);

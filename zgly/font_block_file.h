@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 
 #include "zgly/binary_file.h"
 #include "zgly/font_block_set.h"
@@ -18,8 +19,20 @@ public:
     // of 4, behind the header. The target is replaced only when complete.
     void Save(const CFontBlockSet& set);
 
+    // A block whose content is made while it is saved, piece by piece, so a
+    // large glyph block never has to be held whole: WriteContent must write
+    // exactly Length bytes through the file.
+    struct StreamedBlock {
+        uint32_t Tag = 0;
+        uint32_t Length = 0;
+        std::function<void(CBinaryFile&)> WriteContent;
+    };
+    // As Save, with the streamed block after the set's blocks of its tag.
+    void Save(const CFontBlockSet& set, const StreamedBlock& streamed);
+
 private:
     void WriteBlock(const CFontBlock& block);
+    void WriteStreamedBlock(const StreamedBlock& block);
 
     uint8_t HeaderBuffer[16] = {};
     uint32_t WriteOffset = 0;

@@ -1,5 +1,6 @@
 #include "zgly/zarnic_font_writer.h"
 
+#include <algorithm>
 #include <cstring>
 #include <vector>
 
@@ -9,7 +10,9 @@
 #include "core/packed_image.h"
 #include "core/pg_ctrl.h"
 #include "zgly/char_map_builder.h"
+#include "zgly/binary_file.h"
 #include "zgly/font_block_file.h"
+#include "zgly/font_block_set.h"
 #include "zgly/path_checks.h"
 #include "zgly/zgly_format.h"
 
@@ -42,9 +45,12 @@ void CZarnicFontWriter::CheckParameters() {
         ThrowError("Parameter Error:\n DefaultLeftSpace(=%d) out of range[%d ～ %d]", DefaultLeftSpace, -128, 127);
 }
 
-std::unique_ptr<CFontData> CZarnicFontWriter::Recode(const CFontData& font) const {
-    auto work = CFontData::CopySettingsFrom(font);
-    work->ReserveGlyphs(font.GlyphCount());
+CZarnicFontWriter::OutputGlyphs CZarnicFontWriter::Recode(const CFontData& font) const {
+    OutputGlyphs list;
+    list.reserve(font.GlyphCount());
+    // Where each output code went in the list; the first glyph of a code is
+    // kept and a later one that differs is reported.
+    std::vector<int32_t> slotOf(0x10000, -1);
     for (const auto& glyph : font.GetGlyphs()) {
         uint16_t code = OutputCode(Encoding, glyph->Code);
         if (code == NoChar) {
@@ -52,19 +58,27 @@ std::unique_ptr<CFontData> CZarnicFontWriter::Recode(const CFontData& font) cons
                           static_cast<char16_t>(glyph->Code), static_cast<int>(glyph->Code));
             continue;
         }
-        work->AddGlyph(CGlyph::CopyFrom(*glyph), code);
+        int32_t& slot = slotOf[code];
+        if (slot < 0) {
+            slot = static_cast<int32_t>(list.size());
+            list.push_back(OutputGlyph{code, glyph.get()});
+        } else if (!glyph->SameAs(*list[slot].Glyph)) {
+            ReportWarning(g_pPgCtrl,
+                          "A character code('%c': U+%04X) has multiple glyphs. Second and later glyphs are ignored.",
+                          static_cast<char16_t>(code), static_cast<int>(code));
+        }
     }
-    work->SortGlyphs();
-    return work;
+    std::sort(list.begin(), list.end(), [](const OutputGlyph& a, const OutputGlyph& b) { return a.Code < b.Code; });
+    return list;
 }
 
-void CZarnicFontWriter::CheckDefaultWidths(const CFontData& work) const {
-    int cellWidth = work.CellWidth.Value;
+void CZarnicFontWriter::CheckDefaultWidths(const CFontData& font) const {
+    int cellWidth = font.CellWidth.Value;
     if (Given(DefaultWidth) && (DefaultWidth < 0 || DefaultWidth > cellWidth))
         ThrowError("Parameter Error:\n DefaultWidth(=%d) out of range[%d ～ %d]", DefaultWidth, 0, cellWidth);
     if (Given(DefaultRightSpace)) {
-        int left = Given(DefaultLeftSpace) ? DefaultLeftSpace : work.DefaultWidth.Value.Left;
-        int width = Given(DefaultWidth) ? DefaultWidth : work.DefaultWidth.Value.GlyphWidth;
+        int left = Given(DefaultLeftSpace) ? DefaultLeftSpace : font.DefaultWidth.Value.Left;
+        int width = Given(DefaultWidth) ? DefaultWidth : font.DefaultWidth.Value.GlyphWidth;
         int low = -128 - width - left, high = 127 - width - left;
         if (DefaultRightSpace < low || DefaultRightSpace > high)
             ThrowError("Parameter Error:\n DefaultRightSpace(=%d) out of range[%d ～ %d]", DefaultRightSpace, low,
@@ -74,65 +88,70 @@ void CZarnicFontWriter::CheckDefaultWidths(const CFontData& work) const {
 
 void CZarnicFontWriter::Write(CFontData& font, const CGlyphOrder& order) {
     (void)order;
-    CFontBlockSet blocks;
     if (g_pPgCtrl) {
         g_pPgCtrl->SetStatus(" Writing ZARNIC Font...");
         g_pPgCtrl->ResetProgress();
     }
-    std::unique_ptr<CFontData> work = Recode(font);
-    CheckDefaultWidths(*work);
-    BuildBlocks(*work, blocks);
-    CFontBlockFile(Path).Save(blocks);
+    const OutputGlyphs glyphs = Recode(font);
+    CheckDefaultWidths(font);
+    if (g_pPgCtrl) g_pPgCtrl->SetProgressRange(3 * static_cast<int>(glyphs.size()));
+    CheckCellLimits(font);
+
+    // Everything but the glyph cells is made first; the cells, tens of
+    // megabytes at large sizes, go to the file as they are drawn.
+    CFontBlockSet blocks;
+    AddFontInfo(font, glyphs, blocks);
+    const uint32_t cellsLength = GlyphBlockLength(font, glyphs.size());
+    AddWidths(font, glyphs, blocks);
+    AddCharMap(glyphs, blocks);
+    FixOffsets(blocks, cellsLength);
+    CFontBlockFile::StreamedBlock cells{TagCGLP, cellsLength,
+                                        [&](CBinaryFile& file) { WriteGlyphCells(font, glyphs, file); }};
+    CFontBlockFile(Path).Save(blocks, cells);
 }
 
-void CZarnicFontWriter::BuildBlocks(const CFontData& work, CFontBlockSet& blocks) const {
-    if (g_pPgCtrl) g_pPgCtrl->SetProgressRange(3 * static_cast<int>(work.GlyphCount()));
-    if (work.CellWidth.Value > MaxByte)
-        ThrowError("Parameter Error:\n Max glyph width(=%d) over %d.", work.CellWidth.Value, MaxByte);
-    if (work.CellHeight.Value > MaxByte)
-        ThrowError("Parameter Error:\n Font height(=%d) over %d.", work.CellHeight.Value, MaxByte);
-    if (work.MaxCharWidth.Value > MaxByte)
-        ThrowError("Parameter Error:\n Max char width(=%d) over %d.", work.MaxCharWidth.Value, MaxByte);
-    if (work.Baseline.Value > 127) ThrowError("Parameter Error:\n Baseline position(=%d) over %d.", work.Baseline.Value, 127);
-    if (work.Baseline.Value < -128)
-        ThrowError("Parameter Error:\n Baseline position(=%d) under %d.", work.Baseline.Value, -128);
-
-    AddFontInfo(work, blocks);
-    AddGlyphCells(work, blocks);
-    AddWidths(work, blocks);
-    AddCharMap(work, blocks);
-    FixOffsets(blocks);
+void CZarnicFontWriter::CheckCellLimits(const CFontData& font) const {
+    if (font.CellWidth.Value > MaxByte)
+        ThrowError("Parameter Error:\n Max glyph width(=%d) over %d.", font.CellWidth.Value, MaxByte);
+    if (font.CellHeight.Value > MaxByte)
+        ThrowError("Parameter Error:\n Font height(=%d) over %d.", font.CellHeight.Value, MaxByte);
+    if (font.MaxCharWidth.Value > MaxByte)
+        ThrowError("Parameter Error:\n Max char width(=%d) over %d.", font.MaxCharWidth.Value, MaxByte);
+    if (font.Baseline.Value > 127) ThrowError("Parameter Error:\n Baseline position(=%d) over %d.", font.Baseline.Value, 127);
+    if (font.Baseline.Value < -128)
+        ThrowError("Parameter Error:\n Baseline position(=%d) under %d.", font.Baseline.Value, -128);
 }
 
-void CZarnicFontWriter::AddFontInfo(const CFontData& work, CFontBlockSet& blocks) const {
+void CZarnicFontWriter::AddFontInfo(const CFontData& font, const OutputGlyphs& glyphs, CFontBlockSet& blocks) const {
     uint16_t alternateIndex = 0;
     uint16_t a = NoChar;
     if (AlternateChar != NoChar)
         a = AlternateChar;
-    else if (work.AlternateChar.Specified && work.AlternateChar.Value != NoChar)
-        a = work.AlternateChar.Value;
+    else if (font.AlternateChar.Specified && font.AlternateChar.Value != NoChar)
+        a = font.AlternateChar.Value;
     if (a != NoChar) {
         uint16_t code = OutputCode(Encoding, a);
         if (code == NoChar)
             ThrowError("Parameter Error:\n Can't represent AlternateChar('%c': U+%04X) in the target character set.\n "
                        "Please use Unicode character set or other AlternateChar.",
                        static_cast<char16_t>(a), static_cast<int>(a));
-        const CGlyph* glyph = work.FindGlyph(code);
-        if (!glyph) {
+        auto found = std::lower_bound(glyphs.begin(), glyphs.end(), code,
+                                      [](const OutputGlyph& g, uint16_t c) { return g.Code < c; });
+        if (found == glyphs.end() || found->Code != code) {
             if (EncodingCodePage(Encoding) < 0)
                 ThrowError("Parameter Error:\n Specified AlternateChar('%c' : U+%04X) is not included in the Font",
                            static_cast<char16_t>(a), static_cast<int>(code));
             ThrowError("Parameter Error:\n Specified AlternateChar('%c' : 0x%04X) is not included in the Font",
                        static_cast<char16_t>(a), static_cast<int>(code));
         }
-        alternateIndex = glyph->Index;
+        alternateIndex = static_cast<uint16_t>(found - glyphs.begin());
     }
 
-    const CharWidths& d = work.DefaultWidth.Value;
+    const CharWidths& d = font.DefaultWidth.Value;
     int left = Given(DefaultLeftSpace) ? DefaultLeftSpace : d.Left;
     int width = Given(DefaultWidth) ? DefaultWidth : d.GlyphWidth;
     int right = Given(DefaultRightSpace) ? DefaultRightSpace : static_cast<int8_t>(d.CharWidth) - d.GlyphWidth - d.Left;
-    int lineFeed = Given(LineHeight) ? LineHeight : work.LineHeight.Value;
+    int lineFeed = Given(LineHeight) ? LineHeight : font.LineHeight.Value;
 
     uint8_t c[FinfSize] = {};
     c[FinfFontType] = 0;
@@ -145,25 +164,46 @@ void CZarnicFontWriter::AddFontInfo(const CFontData& work, CFontBlockSet& blocks
     blocks.AddBlock(TagFINF, c, FinfSize);
 }
 
-void CZarnicFontWriter::AddGlyphCells(const CFontData& work, CFontBlockSet& blocks) const {
-    const int w = work.CellWidth.Value, h = work.CellHeight.Value, bpp = work.Bpp.Value;
-    const int baseline = work.Baseline.Value;
-    const bool vertical = work.Vertical();
-    const std::size_t cellSize = (static_cast<std::size_t>(w) * h * bpp + 7) / 8;
-    const std::size_t count = work.GlyphCount();
+uint32_t CZarnicFontWriter::GlyphBlockLength(const CFontData& font, std::size_t count) const {
+    const std::size_t cellSize =
+        (static_cast<std::size_t>(font.CellWidth.Value) * font.CellHeight.Value * font.Bpp.Value + 7) / 8;
     // Block and file sizes are 32-bit: a glyph block this large could never be saved.
     if (CglpHeadSize + cellSize * count > 0x7FFFFFF0u)
         ThrowError("Parameter Error:\n Too many glyphs(=%d) for the cell size(=%d).", static_cast<long long>(count),
                    static_cast<long long>(cellSize));
+    return static_cast<uint32_t>(CglpHeadSize + cellSize * count);
+}
 
-    std::vector<uint8_t> content(CglpHeadSize + cellSize * count, 0);
+void CZarnicFontWriter::WriteGlyphCells(const CFontData& font, const OutputGlyphs& glyphs, CBinaryFile& file) const {
+    const int w = font.CellWidth.Value, h = font.CellHeight.Value, bpp = font.Bpp.Value;
+    const int baseline = font.Baseline.Value;
+    const bool vertical = font.Vertical();
+    const std::size_t cellSize = (static_cast<std::size_t>(w) * h * bpp + 7) / 8;
+
+    const bool turned = Rotation == 1 || Rotation == 3;
+    uint8_t head[CglpHeadSize] = {};
+    head[CglpCellWidth] = static_cast<uint8_t>(turned ? h : w);
+    head[CglpCellHeight] = static_cast<uint8_t>(turned ? w : h);
+    PutU16(head + CglpCellSize, static_cast<uint32_t>(cellSize));
+    head[CglpBaseline] = static_cast<uint8_t>(baseline);
+    head[CglpMaxCharWidth] = static_cast<uint8_t>(vertical ? font.MaxCharHeight.Value : font.MaxCharWidth.Value);
+    head[CglpBpp] = static_cast<uint8_t>(bpp);
+    head[CglpFlags] = static_cast<uint8_t>((vertical ? FlagVertical : 0) + 2 * Rotation);
+    file.Write(head, CglpHeadSize);
+
+    // Cells are drawn into a batch of about 256 KiB, written in one call.
+    const std::size_t perBatch = std::max<std::size_t>(1, (std::size_t{256} << 10) / std::max<std::size_t>(cellSize, 1));
+    std::vector<uint8_t> batch(perBatch * cellSize);
     std::vector<uint8_t> scratch(cellSize + 1, 0);
-    for (const auto& glyph : work.GetGlyphs()) {
+    std::size_t held = 0;
+    for (const OutputGlyph& out : glyphs) {
         Step(1);
-        uint8_t* cell = content.data() + CglpHeadSize + glyph->Index * cellSize;
-        const int inkW = glyph->Ink.Width(), inkH = glyph->Ink.Height();
+        const CGlyph& glyph = *out.Glyph;
+        uint8_t* cell = batch.data() + held * cellSize;
+        std::fill_n(cell, cellSize, uint8_t{0});
+        const int inkW = glyph.Ink.Width(), inkH = glyph.Ink.Height();
         if (!vertical) {
-            RenderToCell(*glyph, cell, w, h, baseline, w, bpp);
+            RenderToCell(glyph, cell, w, h, baseline, w, bpp, true);
             if (Rotation == 1) {
                 RotateClockwise(cell, cell, w, h, bpp);
             } else if (Rotation == 2) {
@@ -175,7 +215,7 @@ void CZarnicFontWriter::AddGlyphCells(const CFontData& work, CFontBlockSet& bloc
                 RotateCounterClockwise(cell, cell, w, h, bpp);
             }
         } else {
-            RenderToCell(*glyph, cell, w, h, glyph->Ascent, baseline, bpp);
+            RenderToCell(glyph, cell, w, h, glyph.Ascent, baseline, bpp, true);
             if (Rotation == 1) {
                 std::fill(scratch.begin(), scratch.end(), 0);
                 CopyRect(scratch.data(), cell, w, w, 0, 0, w, inkH, 0, h - inkH, bpp);
@@ -186,17 +226,12 @@ void CZarnicFontWriter::AddGlyphCells(const CFontData& work, CFontBlockSet& bloc
                 RotateCounterClockwise(cell, cell, w, h, bpp);
             }
         }
+        if (++held == perBatch) {
+            file.Write(batch.data(), static_cast<uint32_t>(held * cellSize));
+            held = 0;
+        }
     }
-    bool turned = Rotation == 1 || Rotation == 3;
-    uint8_t* c = content.data();
-    c[CglpCellWidth] = static_cast<uint8_t>(turned ? h : w);
-    c[CglpCellHeight] = static_cast<uint8_t>(turned ? w : h);
-    PutU16(c + CglpCellSize, static_cast<uint32_t>(cellSize));
-    c[CglpBaseline] = static_cast<uint8_t>(baseline);
-    c[CglpMaxCharWidth] = static_cast<uint8_t>(vertical ? work.MaxCharHeight.Value : work.MaxCharWidth.Value);
-    c[CglpBpp] = static_cast<uint8_t>(bpp);
-    c[CglpFlags] = static_cast<uint8_t>((vertical ? FlagVertical : 0) + 2 * Rotation);
-    blocks.AddBlock(TagCGLP, std::move(content));
+    if (held > 0) file.Write(batch.data(), static_cast<uint32_t>(held * cellSize));
 }
 
 CharWidths CZarnicFontWriter::WidthEntry(const CFontData& work, const CGlyph& g) const {
@@ -227,34 +262,36 @@ CharWidths CZarnicFontWriter::WidthEntry(const CFontData& work, const CGlyph& g)
     return CharWidths{static_cast<int8_t>(left), static_cast<uint8_t>(glyphWidth), static_cast<uint8_t>(charWidth)};
 }
 
-void CZarnicFontWriter::AddWidths(const CFontData& work, CFontBlockSet& blocks) const {
-    const std::size_t count = work.GlyphCount();
+void CZarnicFontWriter::AddWidths(const CFontData& font, const OutputGlyphs& glyphs, CFontBlockSet& blocks) const {
+    const std::size_t count = glyphs.size();
     if (count == 0) return;
     std::vector<uint8_t> content(CwdhHeadSize + WidthEntrySize * count, 0);
     PutU16(content.data() + CwdhFirstGlyph, 0);
     PutU16(content.data() + CwdhLastGlyph, static_cast<uint32_t>(count - 1));
-    for (const auto& glyph : work.GetGlyphs()) {
+    uint8_t* p = content.data() + CwdhHeadSize;
+    for (const OutputGlyph& out : glyphs) {
         Step(1);
-        CharWidths e = WidthEntry(work, *glyph);
-        uint8_t* p = content.data() + CwdhHeadSize + WidthEntrySize * glyph->Index;
+        CharWidths e = WidthEntry(font, *out.Glyph);
         p[0] = static_cast<uint8_t>(e.Left);
         p[1] = e.GlyphWidth;
         p[2] = e.CharWidth;
+        p += WidthEntrySize;
     }
     blocks.AddBlock(TagCWDH, std::move(content));
 }
 
-void CZarnicFontWriter::AddCharMap(const CFontData& work, CFontBlockSet& blocks) const {
+void CZarnicFontWriter::AddCharMap(const OutputGlyphs& glyphs, CFontBlockSet& blocks) const {
     std::vector<CodeGlyph> list;
-    list.reserve(work.GlyphCount());
-    for (const auto& glyph : work.GetGlyphs()) list.push_back(CodeGlyph{glyph->Code, glyph->Index});
+    list.reserve(glyphs.size());
+    for (std::size_t i = 0; i < glyphs.size(); ++i) list.push_back(CodeGlyph{glyphs[i].Code, static_cast<uint16_t>(i)});
     for (const CharMapBlock& b : BuildCharMap(list, Step)) {
         blocks.AddBlock(TagCMAP, b.Encode());
     }
 }
 
-void CZarnicFontWriter::FixOffsets(CFontBlockSet& blocks) {
-    // Content offsets as the save will lay the blocks out.
+void CZarnicFontWriter::FixOffsets(CFontBlockSet& blocks, uint32_t glyphBlockLength) {
+    // Content offsets as the save will lay the blocks out, the streamed glyph
+    // block in its place after FINF.
     uint32_t at = HeaderSize;
     auto place = [&](uint32_t tag, std::vector<uint32_t>& offsets) {
         for (uint32_t i = 0; const CFontBlock* b = blocks.GetBlock(tag, i); ++i) {
@@ -262,14 +299,15 @@ void CZarnicFontWriter::FixOffsets(CFontBlockSet& blocks) {
             at += PaddedBlockSize(b->Length());
         }
     };
-    std::vector<uint32_t> finf, cglp, cwdh, cmap;
+    std::vector<uint32_t> finf, cwdh, cmap;
     place(TagFINF, finf);
-    place(TagCGLP, cglp);
+    const uint32_t cglp = at + BlockHeaderSize;
+    at += PaddedBlockSize(glyphBlockLength);
     place(TagCWDH, cwdh);
     place(TagCMAP, cmap);
 
     CFontBlock* info = blocks.GetBlock(TagFINF, 0);
-    PutU32(info->Data() + FinfGlyphOffset, cglp.empty() ? 0 : cglp[0]);
+    PutU32(info->Data() + FinfGlyphOffset, cglp);
     PutU32(info->Data() + FinfWidthOffset, cwdh.empty() ? 0 : cwdh[0]);
     PutU32(info->Data() + FinfMapOffset, cmap.empty() ? 0 : cmap[0]);
     for (uint32_t i = 0; i < cwdh.size(); ++i)

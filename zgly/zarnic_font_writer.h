@@ -3,10 +3,12 @@
 
 #include <cstdint>
 #include <memory>
+#include <vector>
 
 #include "core/font_data.h"
 #include "core/font_io.h"
 
+class CBinaryFile;
 class CFontBlockSet;
 
 // A numeric parameter that is not given; the font's own value is used.
@@ -36,14 +38,23 @@ public:
     int32_t Encoding;
 
 private:
-    // A sorted copy of the font under its output codes.
-    std::unique_ptr<CFontData> Recode(const CFontData& font) const;
-    void CheckDefaultWidths(const CFontData& work) const;
-    void BuildBlocks(const CFontData& work, CFontBlockSet& blocks) const;
-    void AddFontInfo(const CFontData& work, CFontBlockSet& blocks) const;
-    void AddGlyphCells(const CFontData& work, CFontBlockSet& blocks) const;
-    CharWidths WidthEntry(const CFontData& work, const CGlyph& glyph) const;
-    void AddWidths(const CFontData& work, CFontBlockSet& blocks) const;
-    void AddCharMap(const CFontData& work, CFontBlockSet& blocks) const;
-    static void FixOffsets(CFontBlockSet& blocks);
+    // A glyph of the font under its output code; its position in the sorted
+    // list is its glyph index.
+    struct OutputGlyph {
+        uint16_t Code;
+        const CGlyph* Glyph;
+    };
+    using OutputGlyphs = std::vector<OutputGlyph>;
+
+    // The font's glyphs under their output codes, sorted, without copying them.
+    OutputGlyphs Recode(const CFontData& font) const;
+    void CheckDefaultWidths(const CFontData& font) const;
+    void CheckCellLimits(const CFontData& font) const;
+    void AddFontInfo(const CFontData& font, const OutputGlyphs& glyphs, CFontBlockSet& blocks) const;
+    uint32_t GlyphBlockLength(const CFontData& font, std::size_t count) const;
+    void WriteGlyphCells(const CFontData& font, const OutputGlyphs& glyphs, CBinaryFile& file) const;
+    CharWidths WidthEntry(const CFontData& font, const CGlyph& glyph) const;
+    void AddWidths(const CFontData& font, const OutputGlyphs& glyphs, CFontBlockSet& blocks) const;
+    void AddCharMap(const OutputGlyphs& glyphs, CFontBlockSet& blocks) const;
+    static void FixOffsets(CFontBlockSet& blocks, uint32_t glyphBlockLength);
 };

@@ -9,6 +9,7 @@
 #include <memory>
 #include <string>
 
+#include "core/bit_stream.h"
 #include "core/font_data.h"
 #include "core/font_filter.h"
 #include "core/general_exception.h"
@@ -66,8 +67,10 @@ protected:
         const int max = (1 << bpp) - 1;
         bool full = false, between = false;
         for (const auto& g : font.GetGlyphs()) {
-            ASSERT_EQ(g->Bpp, 8);
-            for (uint8_t v : g->Pixels) {
+            ASSERT_EQ(g->Bpp, bpp);
+            ASSERT_EQ(g->Pixels.size(), g->PixelBytes());
+            for (std::size_t i = 0; i < g->PixelBytes() * 8 / bpp; ++i) {
+                const int v = static_cast<int>(PeekBits(g->Pixels.data(), i * bpp, bpp));
                 ASSERT_LE(v, max);
                 full = full || v == max;
                 between = between || (v > 0 && v < max);
@@ -176,8 +179,8 @@ TEST_F(WinFontReader, BitmapFontGoesThroughTheTwoLevelPath) {
     EXPECT_EQ(a->Ink.Height(), 6);
     EXPECT_EQ(a->Ascent, 6);
     // Row "30": two ink pixels in the middle of the top row.
-    EXPECT_EQ(std::vector<uint8_t>(a->Pixels.begin(), a->Pixels.begin() + 6),
-              (std::vector<uint8_t>{0, 0, 1, 1, 0, 0}));
+    EXPECT_EQ(a->Bpp, 1);
+    EXPECT_EQ(PeekWideBits(a->Pixels.data(), 0, 6), 0b001100u);
     EXPECT_EQ(font->FindGlyph(' ')->LeftSpace + font->FindGlyph(' ')->RightSpace, 6);
 }
 
