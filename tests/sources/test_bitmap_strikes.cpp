@@ -12,6 +12,7 @@
 
 #include <fontconfig/fontconfig.h>
 
+#include "core/bit_stream.h"
 #include "core/font_data.h"
 #include "core/font_filter.h"
 #include "core/headless_pg_ctrl.h"
@@ -83,7 +84,10 @@ TEST(BitmapStrikes, TheChosenSizesFileIsReadAtTwoLevels) {
         ASSERT_NE(a, nullptr);
         EXPECT_EQ(a->Ink.Width(), c.InkWidth);
         EXPECT_EQ(a->Ink.Height(), c.InkHeight);
-        EXPECT_EQ(*std::min_element(a->Pixels.begin(), a->Pixels.end()), 1);  // solid, full ink at 1 bpp
+        EXPECT_EQ(a->Bpp, 1);
+        const std::size_t bits = static_cast<std::size_t>(a->Ink.Width()) * a->Ink.Height();
+        for (std::size_t bit = 0; bit < bits; ++bit)  // solid: full ink in every pixel
+            ASSERT_EQ(PeekBits(a->Pixels.data(), bit, 1), 1u) << bit;
     }
     g_pPgCtrl = nullptr;
     std::filesystem::remove_all(dir);
