@@ -1,22 +1,26 @@
+// The window's fields: every value survives a restart, the rules between
+// fields, the path history and its full-path tip, and drops.
 #include <QCheckBox>
+#include <QCursor>
 #include <QGroupBox>
 #include <QHelpEvent>
 #include <QMimeData>
 #include <QRadioButton>
+#include <QStyleOptionFrame>
 #include <QTabWidget>
 #include <QToolButton>
 #include <QUrl>
+#include <QWindow>
 
+#include "core/general_exception.h"
 #include "ui/in_bmp_dlg.h"
 #include "ui/in_lc_dlg.h"
-#include "ui/in_win_dlg.h"
 #include "ui/in_zarnic_dlg.h"
 #include "ui/out_bmp_dlg.h"
 #include "ui/out_zarnic_dlg.h"
 #include "ui/path_combo.h"
 #include "ui/path_tip.h"
 #include "ui/warning_wnd.h"
-#include "core/general_exception.h"
 #include "window_fixture.h"
 
 namespace {
@@ -45,8 +49,6 @@ QStringList Snapshot(CMainDlg& w) {
     for (QRadioButton* r : w.OutZarnic->RotationRadios) s << QString::number(r->isChecked());
     return s;
 }
-
-QString P(const std::filesystem::path& p) { return QString::fromStdString(p.string()); }
 
 }  // namespace
 
@@ -122,54 +124,72 @@ TEST_F(WindowTest, OutputBmpMarginsMirrorAndZglyEncodingMustMatch) {
     }
 }
 
-TEST_F(WindowTest, PathHistoryInTheField) {
+TEST_F(WindowTest, PathHistoryAndItsTipInTheField) {
     auto w = Open();
-    CPathCombo* field = w->OutZarnic->FontField;
+    CPathCombo* field = w->OutBmp->BitmapField;
     QComboBox* combo = field->Combo();
     ASSERT_EQ(combo->count(), 1);  // first start: the current directory
-    EXPECT_EQ(combo->itemText(0), QString::fromStdString(std::filesystem::current_path().string()));
+    EXPECT_EQ(combo->itemText(0), P(std::filesystem::current_path()));
     EXPECT_EQ(combo->currentText(), "");
-    // The full-path tip comes up after 100 ms.
-    EXPECT_EQ(combo->lineEdit()->style()->styleHint(QStyle::SH_ToolTip_WakeUpDelay, nullptr, combo->lineEdit()), 100);
-
     // The same path converted twice is one entry, at the top.
-    WriteFileText(Dir / "dummy", "");
-    w->InputTabs->setCurrentIndex(2);
     ChooseFace(*w, "DejaVu Sans", 8);
-    w->OutputTabs->setCurrentIndex(0);
-    field = w->OutBmp->BitmapField;
-    combo = field->Combo();
     for (int i = 0; i < 2; ++i) {
         field->SetText(P(Dir / "same.bmp"));
         ASSERT_EQ(Convert(*w), " Finish") << w->Messages->GetText();
     }
     ASSERT_EQ(combo->count(), 2);
     EXPECT_EQ(combo->itemText(0), P(Dir / "same.bmp"));
-
     // Eleven paths: all in the list now, the ten newest after a restart.
     for (int i = 0; i < 11; ++i) {
         field->SetText("/p" + QString::number(i));
         field->Commit();
     }
     EXPECT_EQ(combo->count(), 13);
-    // The history rules themselves (ten kept, empty text skipped) are the PathHistory test's.
     w.reset();
     w = Open();
     combo = w->OutBmp->BitmapField->Combo();
     ASSERT_EQ(combo->count(), 10);
     EXPECT_EQ(combo->itemText(0), "/p10");
 
-    // The tip over the field shows the whole path as it is, even one that looks like markup.
-    const QString path = "/tmp/a<b>c&amp;.bmp";
-    combo->setEditText(path);
-    QPoint at(5, 5);
-    QHelpEvent help(QEvent::ToolTip, at, combo->lineEdit()->mapToGlobal(at));
-    QApplication::sendEvent(combo->lineEdit(), &help);
+    // The full-path tip comes up after 100 ms, shows the path as it is (even one
+    // that looks like markup) in the field's font, and lies over the field's text.
+    QLineEdit* edit = combo->lineEdit();
+    EXPECT_EQ(edit->style()->styleHint(QStyle::SH_ToolTip_WakeUpDelay, nullptr, edit), 100);
+    const QString path = "/a/path/much/longer/than/the/field/can/show/in/its/own/width/a<b>c&amp;.bmp";
+    w->OutBmp->BitmapField->SetText(path);
+    const QPoint rest = edit->mapToGlobal(QPoint(10, edit->height() / 2));
+    QCursor::setPos(rest);
+    QHelpEvent help(QEvent::ToolTip, edit->mapFromGlobal(rest), rest);
+    QApplication::sendEvent(edit, &help);
     QLabel* tip = w->OutBmp->BitmapField->Tip();
     ASSERT_TRUE(tip->isVisible());
     EXPECT_EQ(tip->textFormat(), Qt::PlainText);
     EXPECT_EQ(tip->text(), path);
-    tip->hide();
+    EXPECT_EQ(tip->font(), edit->font());
+    // Where the line edit draws its first character.
+    QStyleOptionFrame option;
+    option.initFrom(edit);
+    option.lineWidth = edit->hasFrame() ? edit->style()->pixelMetric(QStyle::PM_DefaultFrameWidth, &option, edit) : 0;
+    QRect r = edit->style()->subElementRect(QStyle::SE_LineEditContents, &option, edit).marginsRemoved(edit->textMargins());
+    const QRect text = tip->contentsRect().marginsRemoved(QMargins(tip->margin(), tip->margin(), 0, 0));
+    EXPECT_EQ(tip->mapToGlobal(text.topLeft()),
+              edit->mapToGlobal(QPoint(r.x() + 2, r.y() + (r.height() - edit->fontMetrics().height() + 1) / 2)));
+    EXPECT_TRUE(tip->frameGeometry().contains(rest));
+    EXPECT_TRUE(tip->windowHandle()->flags() & Qt::WindowTransparentForInput);
+    // Appearing under the pointer is no leaving: the tip stays while the
+    // pointer rests, and goes when the pointer leaves the field.
+    QEvent leave(QEvent::Leave);
+    QApplication::sendEvent(edit, &leave);
+    QApplication::processEvents();
+    EXPECT_TRUE(tip->isVisible());
+    QCursor::setPos(edit->mapToGlobal(QPoint(edit->width() + 50, edit->height() + 50)));
+    QApplication::sendEvent(edit, &leave);
+    EXPECT_FALSE(tip->isVisible());
+    // An empty field has no tip.
+    w->OutBmp->BitmapField->SetText("");
+    QCursor::setPos(rest);
+    QApplication::sendEvent(edit, &help);
+    EXPECT_FALSE(tip->isVisible());
 }
 
 TEST_F(WindowTest, DropsGoToTheAreaUnderThePointer) {
