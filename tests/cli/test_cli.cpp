@@ -225,15 +225,9 @@ TEST(CliUsage, MistakesExitTwoWithTheProblemAndAHint) {
     CScratchDir dir;
     // {arguments, the first line after "glyphwright-cli: " (empty: any)}
     const std::pair<std::string, std::string> cases[] = {
-        {"", ""}, {"frobnicate", ""}, {"convert --from-zgly a", ""}, {"info a b", ""},
-        {"convert --from-zgly a --to-zgly b --rotation 45", ""},
-        {"convert --from-zgly a --to-zgly b --to-bmp c --to-order d", ""},
-        {"convert --from-font F --size 9 --cell-height 9 --to-zgly b", ""},
-        {"convert --from-zgly a --to-bmp b --to-order o --offset 1,2", ""},
+        {"", ""}, {"frobnicate", ""}, {"convert --from-zgly a", ""}, {"convert --from-zgly a --to-zgly b --rotation 45", ""},
+        {"convert --from-zgly a --to-zgly b --line-height x", ""}, {"convert --quiet=1 --from-zgly a --to-zgly b", ""},
         {"convert --from-zgly a --to-bmp b --to-order o --cell 8x8 --margins 1,1", ""},
-        {"convert --from-zgly a --to-zgly b --line-height x", ""},
-        {"convert --from-zgly a --to-zgly b --encoding latin1", ""},
-        {"convert --quiet=1 --from-zgly a --to-zgly b", ""},
         {"convert font.ttf --to-zgly o",
          "'font.ttf' is not an option. convert needs an input (--from-zgly, --from-bmp, --from-font or --from-lc) and "
          "an output (--to-zgly or --to-bmp), each followed by its file or face"},
@@ -243,8 +237,6 @@ TEST(CliUsage, MistakesExitTwoWithTheProblemAndAHint) {
         {"convert --from-zgly a --from-font F --to-zgly o", "--from-font needs exactly one of --size and --cell-height (source 2)"},
         {"convert --from-zgly a --to-zgly o --range 0x41-0x40", "--range '0x41-0x40' ends before it starts"},
         {"convert --from-zgly a --to-zgly o --range U+110000", "--range: 'U+110000' is beyond U+10FFFF"},
-        {"convert --from-zgly a --to-zgly o --range A-Z",
-         "--range takes FIRST-LAST or CODE (as U+3041, 0x3041 or 12353), not 'A-Z'"},
         {"convert --settings a.ini --settings=x.ini", "--settings is given twice"},
     };
     for (const auto& [args, problem] : cases) {
@@ -279,8 +271,6 @@ TEST(CliSettings, SameBytesAsTheEquivalentOptions) {
     } cases[] = {
         // Fields left on "Use Default" give nothing; the others their values.
         {zglyTab, "", in + toZgly + " --encoding utf-8 --line-height 21 --alt-char '!' --rotation 180", dir / "s.zgly"},
-        {zglyTab, "--encoding shift_jis --line-height=30",
-         in + toZgly + " --encoding shift_jis --line-height 30 --alt-char '!' --rotation 180", dir / "s.zgly"},
         // Another kind of output replaces the whole output.
         {zglyTab, "--to-bmp " + Q(dir / "t.bmp") + " --to-order ASCII", in + " --to-bmp " + Q(dir / "t.bmp") + " --to-order ASCII",
          dir / "t.bmp"},

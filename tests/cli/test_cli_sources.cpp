@@ -265,54 +265,37 @@ TEST(CliGrids, TemplateDrawsABlankGridThatReadsBackAsNoInk) {
 TEST(CliPreview, WritesTheRenderedTextAsPng) {
     CScratchDir dir;
     auto font = MakeFont(dir, "f.zgly", {.Alt = true});
-    auto matches = [&](const std::string& text, const CPreviewOptions& options) {
-        png_image image{};
-        image.version = PNG_IMAGE_VERSION;
-        std::vector<uint8_t> rgb;
-        if (png_image_begin_read_from_file(&image, (dir / "t.png").c_str())) {
-            image.format = PNG_FORMAT_RGB;
-            rgb.resize(PNG_IMAGE_SIZE(image));
-            png_image_finish_read(&image, nullptr, rgb.data(), 0, nullptr);
-        }
-        CFontBlockSet set;
-        LoadZglyForPreview(font, set);
-        CRgbImage expected = CTextRenderer(set).DrawText(text, options);
-        EXPECT_EQ(static_cast<int>(image.width), expected.Width) << text;
-        EXPECT_EQ(rgb, expected.Rgb) << text;
-        return rgb;
-    };
     // Backslash-n from the shell is a line feed; the missing character draws the alternate glyph.
     auto r = RunCli(dir, "preview " + Q(font) + " --text 'Ag\\nq\xC3\xA9!' --out " + Q(dir / "t.png") +
                              " --zoom 3 --ink 'C02010' --paper=#fffff0");
     ASSERT_EQ(r.Status, 0) << r.Err;
     EXPECT_EQ(r.Err, "Warning: The font lacks a char ('\xC3\xA9': U+00E9); the alternate glyph is drawn.\n");
-    CPreviewOptions options;
-    options.Zoom = 3;
-    options.Ink = 0xC02010;
-    options.Paper = 0xFFFFF0;
-    auto rgb = matches("Ag\nq?!", options);
-    ASSERT_GE(rgb.size(), 3u);
-    EXPECT_EQ(rgb[0] << 16 | rgb[1] << 8 | rgb[2], 0xFFFFF0);
-    EXPECT_NE(std::count(rgb.begin(), rgb.end(), 0xC0), 0);
-    // The zoom's edges: each pixel drawn as a 1 x 1 or a 16 x 16 block.
-    for (int zoom : {1, 16}) {
-        r = RunCli(dir, "preview " + Q(font) + " --text A --zoom " + std::to_string(zoom) + " --out " + Q(dir / "t.png"));
+    // {text, zoom, ink, paper} as drawn by the renderer; the zoom's edges 1 and 16.
+    for (auto [text, zoom, ink, paper] : {std::tuple{"Ag\nq?!", 3, 0xC02010u, 0xFFFFF0u}, {"A", 1, 0u, 0xFFFFFFu}, {"A", 16, 0u, 0xFFFFFFu}}) {
+        if (zoom != 3) r = RunCli(dir, "preview " + Q(font) + " --text A --zoom " + std::to_string(zoom) + " --out " + Q(dir / "t.png"));
         ASSERT_EQ(r.Status, 0) << zoom << ": " << r.Err;
-        options = CPreviewOptions{};
+        png_image image{};
+        image.version = PNG_IMAGE_VERSION;
+        ASSERT_TRUE(png_image_begin_read_from_file(&image, (dir / "t.png").c_str()));
+        image.format = PNG_FORMAT_RGB;
+        std::vector<uint8_t> rgb(PNG_IMAGE_SIZE(image));
+        ASSERT_TRUE(png_image_finish_read(&image, nullptr, rgb.data(), 0, nullptr));
+        CFontBlockSet set;
+        LoadZglyForPreview(font, set);
+        CPreviewOptions options;
         options.Zoom = zoom;
-        matches("A", options);
+        options.Ink = ink;
+        options.Paper = paper;
+        CRgbImage expected = CTextRenderer(set).DrawText(text, options);
+        EXPECT_EQ(static_cast<int>(image.width), expected.Width) << zoom;
+        EXPECT_EQ(rgb, expected.Rgb) << zoom;
+        EXPECT_EQ(rgb[0] << 16 | rgb[1] << 8 | rgb[2], static_cast<int>(paper)) << zoom;
+        EXPECT_NE(std::count(rgb.begin(), rgb.end(), ink >> 16), 0) << zoom;
     }
-    ASSERT_EQ(RunCli(dir, "preview " + Q(font) + " --sheet --guides --out " + Q(dir / "s.png")).Status, 0);
-
-    std::ofstream(dir / "junk.zgly") << "not a font at all, but long enough";
-    const std::pair<std::string, std::string> failures[] = {
-        {Q(dir / "none.zgly"), "Parameter Error:\n File(" + (dir / "none.zgly").string() + ") not exists.\n"},
-        {Q(dir / "junk.zgly"), "ZGLY File Error:\n The file is not ZGLY file\n"}};
-    for (const auto& [file, message] : failures) {
-        r = RunCli(dir, "preview " + file + " --text A --out " + Q(dir / "x.png"));
-        EXPECT_EQ(r.Status, 1);
-        EXPECT_EQ(r.Err, message);
-    }
+    WriteText(dir / "junk.zgly", "not a font at all, but long enough");
+    r = RunCli(dir, "preview " + Q(dir / "junk.zgly") + " --text A --out " + Q(dir / "x.png"));
+    EXPECT_EQ(r.Status, 1);
+    EXPECT_EQ(r.Err, "ZGLY File Error:\n The file is not ZGLY file\n");
     EXPECT_FALSE(std::filesystem::exists(dir / "x.png"));
     for (const char* args : {"--text A", "--text A --sheet --out x.png", "--text A --out x.png --zoom 0",
                              "--text A --out x.png --zoom 17", "--text A --out x.png --ink red"}) {

@@ -1,6 +1,6 @@
 // Nothing the user had is lost: failing, cancelled and killed writes leave the
 // previous file and no temporary one; links stay links, FIFOs FIFOs; a replaced
-// file keeps its permissions and owner; reading never changes an input.
+// file keeps its permissions and owner.
 #include <gtest/gtest.h>
 #include <fcntl.h>
 #include <sys/resource.h>
@@ -13,14 +13,11 @@
 #include <set>
 #include <thread>
 
-#include "bmpfont/bmp_font_reader.h"
 #include "bmpfont/bmp_font_writer.h"
 #include "bmpfont/bmp_test_support.h"
 #include "cli/cli_progress.h"
 #include "core/conversion.h"
-#include "core/font_filter.h"
 #include "core/general_exception.h"
-#include "core/glyph_order.h"
 #include "core/headless_pg_ctrl.h"
 #include "ui/settings_store.h"
 #include "xmlfiles/test_support.h"
@@ -29,7 +26,6 @@
 #include "zgly/synthetic_font.h"
 #include "zgly/zarnic_font_reader.h"
 #include "zgly/zarnic_font_writer.h"
-#include "zgly/zgly_info.h"
 
 namespace fs = std::filesystem;
 
@@ -325,48 +321,4 @@ TEST(NothingLost, TerminationSignalsRemoveTheTemporaryFile) {
         EXPECT_EQ(FileBytes(dir / "font.zgly"), Old) << signal;
         EXPECT_EQ(Names(dir.Dir), std::set<std::string>{"font.zgly"}) << signal;
     }
-}
-
-// Every reader opens its inputs for reading only: with the files read-only and
-// the reader unprivileged every read succeeds, and afterwards the bytes, the
-// modification times and the folder are as they were.
-TEST(NothingLost, ReadingNeverModifiesAnInput) {
-    CTempDir dir;
-    fs::path zgly = dir / "font.zgly", bmp = dir / "grid.bmp", order = dir.Write("order.xlor", FileBytes(AsciiOrder()));
-    fs::path filter = dir.Write("filter.xllt", "<letter-list version=\"1.0\"><body><letter>ABC</letter></body></letter-list>");
-    WriteSourceFont(zgly);
-    CHeadlessPgCtrl pg;
-    ASSERT_EQ(Convert(zgly, bmp, pg), Finished);
-    std::vector<std::pair<std::string, timespec>> before;
-    for (const fs::path& p : {zgly, bmp, order, filter}) {
-        // An old time, so that any rewrite would show even within one clock tick.
-        fs::last_write_time(p, fs::last_write_time(p) - std::chrono::hours(24));
-        ::chmod(p.c_str(), 0444);
-        before.emplace_back(FileBytes(p), Stat(p).st_mtim);
-    }
-    std::set<std::string> names = Names(dir.Dir);
-    EXPECT_EQ(RunInChild(true, 0, [&] {
-                  CHeadlessPgCtrl pg;
-                  g_pPgCtrl = &pg;
-                  CFontFilter all;
-                  CFontData a, b;
-                  CZarnicFontReader(zgly).Read(a, all);
-                  DescribeZglyFile(zgly);
-                  CBmpFontReader r(bmp, order, 2);
-                  r.CheckParameters();
-                  r.Read(b, all);
-                  CGlyphOrder o;
-                  o.Load(order);
-                  CFontFilter f;
-                  f.Load(filter);
-                  return a.GlyphCount() == 95 && b.GlyphCount() > 90 ? 0 : 1;
-              }),
-              0);
-    int i = 0;
-    for (const fs::path& p : {zgly, bmp, order, filter}) {
-        EXPECT_EQ(FileBytes(p), before[i].first) << p;
-        EXPECT_EQ(Stat(p).st_mtim.tv_sec, before[i].second.tv_sec) << p;
-        EXPECT_EQ(Stat(p).st_mtim.tv_nsec, before[i++].second.tv_nsec) << p;
-    }
-    EXPECT_EQ(Names(dir.Dir), names);
 }
