@@ -1,5 +1,5 @@
-// convert from and to ZGLY, --settings, info and usage: every option must show
-// in the file it writes, every refusal in its exact message.
+// convert from and to ZGLY, info and usage: every option must show in the file
+// it writes, every refusal in its exact message.
 #include <gtest/gtest.h>
 
 #include "cli_runner.h"
@@ -249,56 +249,4 @@ TEST(CliUsage, MistakesExitTwoWithTheProblemAndAHint) {
     EXPECT_NE(RunCli(dir, "--help").Out.find("--to-zgly FILE"), std::string::npos);
     EXPECT_NE(RunCli(dir, "convert --help").Out.find("  Two fonts merged, Latin from DejaVu Sans, kana and kanji from IPAGothic:\n"),
               std::string::npos);
-}
-
-// A settings file of the window stands for the options of its selected tabs;
-// options given besides it win.
-TEST(CliSettings, SameBytesAsTheEquivalentOptions) {
-    CScratchDir dir;
-    MakeFont(dir, "in.zgly", {.Alt = true});
-    const std::string zglyTab = "[Main]\nInputSelect=1\nOutputSelect=1\n[InZarnicPath]\nPath=" + (dir / "in.zgly").string() +
-                                "\n[OutZarnicPath]\nPath=" + (dir / "s.zgly").string() +
-                                "\n[OutZarnic]\nEncoding=UTF-8\nLineHeightUseDef=0\nLineHeight=21\n"
-                                "DefaultLeftUseDef=1\nDefaultLeft=7\nAlterCharUseDef=0\nAlterChar=\\0021\nRotation=180\n";
-    const std::string in = " --from-zgly " + Q(dir / "in.zgly"), toZgly = " --to-zgly " + Q(dir / "s.zgly");
-    const std::string bmpTab = "[Main]\nInputSelect=1\nOutputSelect=0\n[InZarnicPath]\nPath=" + (dir / "in.zgly").string() +
-                               "\n[OutBmpPath]\nPath=" + (dir / "s.bmp").string() + "\n[OutBmp]\nOrder=ASCII.xlor\n";
-    const std::string toBmp = in + " --to-bmp " + Q(dir / "s.bmp") + " --to-order ASCII";
-    // {settings file, options besides it, the equivalent options, the output}
-    const struct {
-        std::string Ini, Extra, Equivalent;
-        std::filesystem::path Out;
-    } cases[] = {
-        // Fields left on "Use Default" give nothing; the others their values.
-        {zglyTab, "", in + toZgly + " --encoding utf-8 --line-height 21 --alt-char '!' --rotation 180", dir / "s.zgly"},
-        // Another kind of output replaces the whole output.
-        {zglyTab, "--to-bmp " + Q(dir / "t.bmp") + " --to-order ASCII", in + " --to-bmp " + Q(dir / "t.bmp") + " --to-order ASCII",
-         dir / "t.bmp"},
-        // A glyph grid in cells with an offset, no grid lines; the order by its stored file name.
-        {bmpTab + "SizeType=1\nCenter=0\nWidth=15\nHeight=19\nLeft=2\nTop=1\nGrid=0\n", "",
-         toBmp + " --cell 15x19 --offset 2,1 --no-grid", dir / "s.bmp"},
-        {bmpTab + "SameMargin=0\nMarginLeft=1\nMarginTop=2\nMarginRight=3\nMarginBottom=4\n", "", toBmp + " --margins 1,2,3,4",
-         dir / "s.bmp"},
-        // The font tab with every field, as written by the window.
-        {"[Main]\nInputSelect=2\nOutputSelect=1\n[InWin]\nName=DejaVu Sans\nSize=11\nbpp=3\nWidth=3\nFixed=9\n"
-         "UseWinSize=0\nSoftAA=0\n[OutZarnicPath]\nPath=" + (dir / "s.zgly").string() + "\n",
-         "--size 13", " --from-font 'DejaVu Sans' --size 13 --levels 8 --width fixed --fixed-width 9 --no-soft-aa" + toZgly,
-         dir / "s.zgly"},
-    };
-    for (const auto& c : cases) {
-        WriteText(dir / "w.ini", c.Ini);
-        auto r = RunCli(dir, "convert --quiet --settings " + Q(dir / "w.ini") + " " + c.Extra);
-        ASSERT_EQ(r.Status, 0) << c.Extra << "\n" << r.Err;
-        std::string replayed = Slurp(c.Out);
-        std::filesystem::remove(c.Out);
-        r = RunCli(dir, "convert --quiet" + c.Equivalent);
-        ASSERT_EQ(r.Status, 0) << c.Equivalent << "\n" << r.Err;
-        EXPECT_EQ(replayed, Slurp(c.Out)) << c.Ini << c.Extra;
-        EXPECT_FALSE(replayed.empty());
-    }
-    auto r = RunCli(dir, "convert --settings " + Q(dir / "none.ini"));
-    EXPECT_EQ(r.Status, 1);
-    EXPECT_EQ(r.Err, "Parameter Error:\n Settings file(" + (dir / "none.ini").string() + ") does not exist.\n");
-    WriteText(dir / "w.ini", "[Main]\nOutputSelect=1\n[OutZarnic]\nEncoding=EBCDIC\n");
-    EXPECT_EQ(RunCli(dir, "convert --settings " + Q(dir / "w.ini")).Err, "Parameter Error:\n Outout encoding is not selected.\n");
 }

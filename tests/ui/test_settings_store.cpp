@@ -93,16 +93,10 @@ TEST(PathHistory, CommitAndChooseFollowTheHistoryRules) {
 
 TEST(ZarnicFieldRules, SignedNumberFilter) {
     // {text, selection start, length, typed, accepted}: five characters at most, a minus only in front.
-    const struct {
-        const char16_t* Text;
-        int Start, Length;
-        char16_t Typed;
-        bool Accepted;
-    } cases[] = {{u"", 0, 0, u'-', true},        {u"-", 1, 0, u'5', true},      {u"5", 1, 0, u'-', false},
-                 {u"-5", 0, 0, u'1', false},     {u"-5", 0, 1, u'-', true},     {u"12345", 5, 0, u'6', false},
-                 {u"-1234", 5, 0, u'5', false},  {u"1234", 4, 0, u'5', true},   {u"12345", 0, 1, u'6', true},
-                 {u"1", 1, 0, u'a', false}};
-    for (const auto& c : cases)
-        EXPECT_EQ(AcceptSignedNumberChar(c.Text, c.Start, c.Length, c.Typed), c.Accepted)
-            << std::u16string_view(c.Text).size() << " " << c.Start << " " << static_cast<char>(c.Typed);
+    const std::tuple<const char16_t*, int, int, char16_t, bool> cases[] = {
+        {u"", 0, 0, u'-', true}, {u"-", 1, 0, u'5', true}, {u"5", 1, 0, u'-', false}, {u"-5", 0, 0, u'1', false},
+        {u"-5", 0, 1, u'-', true}, {u"12345", 5, 0, u'6', false}, {u"-1234", 5, 0, u'5', false},
+        {u"1234", 4, 0, u'5', true}, {u"12345", 0, 1, u'6', true}, {u"1", 1, 0, u'a', false}};
+    for (const auto& [text, start, length, typed, accepted] : cases)
+        EXPECT_EQ(AcceptSignedNumberChar(text, start, length, typed), accepted) << start << " " << static_cast<char>(typed);
 }
