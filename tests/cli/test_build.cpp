@@ -64,8 +64,6 @@ TEST(Build, RecipeRefusedWithItsLineAndKeyBeforeAnythingRuns) {
         {"[[font]]\nto-zgly = \"o.zgly\"\n[[font.source]]\nbmp = \"a.bmp\"\nfrom-order = \"ASCII\"\n"
          "[[font.source]]\nbmp = \"b.bmp\"\n",
          "7: bmp: --from-bmp needs --from-order (source 2)"},
-        {"[[font]]\nto-zgly = \"o.zgly\"\nsize = 12\n[[font.source]]\nfont = \"DejaVu Sans\"\n",
-         "3: 'size' belongs in the [[font.source]] tables of this font"},
         {"[[font]]\nto-zgly = \"o.zgly\"\n[[font.source]]\nzgly = \"a.zgly\"\nbmp = \"b.bmp\"\n",
          "3: a [[font.source]] needs exactly one of font, bmp, zgly and lc"},
         {"[[font]]\nfrom-zgly = \"a.zgly\"\nto-zgly = \"o.zgly\"\n[[font]]\nfrom-zgly = \"b.zgly\"\nto-zgly = \"./o.zgly\"\n",

@@ -16,7 +16,6 @@
 #include "bmpfont/bmp_test_support.h"
 #include "cli/cli_progress.h"
 #include "core/conversion.h"
-#include "core/general_exception.h"
 #include "core/headless_pg_ctrl.h"
 #include "ui/settings_store.h"
 #include "xmlfiles/test_support.h"
@@ -72,8 +71,6 @@ int RunInChild(bool unprivileged, long fileSizeLimit, const std::function<int()>
     return pid > 0 && ::waitpid(pid, &status, 0) == pid && WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-fs::path AsciiOrder() { return fs::path(GLYPHWRIGHT_TEST_DATA) / ".." / "data" / "xlor" / "ASCII.xlor"; }
-
 void WriteSourceFont(const fs::path& path) {
     SyntheticFontSpec fontSpec;
     fontSpec.Codes = CodeRange(0x20, 95);
@@ -87,22 +84,20 @@ int Convert(const fs::path& source, const fs::path& target, CHeadlessPgCtrl& pg)
     ui.MakeWriter = [&]() -> std::unique_ptr<CFontWriter> {
         if (target.extension() == ".zgly")
             return std::make_unique<CZarnicFontWriter>(target, NotGiven, NotGiven, NotGiven, NotGiven, NotGiven, 1, 0);
-        return std::make_unique<CBmpFontWriter>(target, AsciiOrder(), true, -1, -1, -1, -1, 1, 1);
+        return std::make_unique<CBmpFontWriter>(target, GLYPHWRIGHT_TEST_DATA "/../data/xlor/ASCII.xlor", true, -1, -1, -1,
+                                                -1, 1, 1);
     };
     return static_cast<int>(RunConversion(ui, pg));
 }
 
 // Saves the content through CBinaryFile; the error message, or "".
 std::string Save(const fs::path& path, const std::string& content) {
-    try {
+    return ErrorOf([&] {
         CBinaryFile file(path);
         file.Open(CBinaryFile::Mode::Write);
         file.Write(content.data(), static_cast<uint32_t>(content.size()));
         file.Close();
-    } catch (const CGeneralException& e) {
-        return e.Message;
-    }
-    return "";
+    });
 }
 
 const std::string Old = "the user's previous file, which must survive";
@@ -184,8 +179,6 @@ TEST(NothingLost, LinksAndSpecialFilesStayWhatTheyAre) {
     reader.join();
     EXPECT_EQ(received, New);
     EXPECT_TRUE(S_ISFIFO(Stat(fifo).st_mode));
-    EXPECT_EQ(Save("/dev/null", New), "");
-    EXPECT_TRUE(S_ISCHR(Stat("/dev/null").st_mode));
 
     Put(dir / "real" / "glyphwright.ini", "[Main]\nInput=2\n");
     fs::create_symlink("../real/glyphwright.ini", dir / "out" / "glyphwright.ini");

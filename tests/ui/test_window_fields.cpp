@@ -1,15 +1,13 @@
 // The window's fields: every value survives a restart, the rules between
-// fields, the path history and its full-path tip, and drops.
+// fields, the path history and its full-path tip.
 #include <QCheckBox>
 #include <QCursor>
 #include <QGroupBox>
 #include <QHelpEvent>
-#include <QMimeData>
 #include <QRadioButton>
 #include <QStyleOptionFrame>
 #include <QTabWidget>
 #include <QToolButton>
-#include <QUrl>
 #include <QWindow>
 
 #include "ui/in_bmp_dlg.h"
@@ -121,15 +119,14 @@ TEST_F(WindowTest, PathHistoryAndItsTipInTheField) {
     ASSERT_EQ(combo->count(), 1);  // first start: the current directory
     EXPECT_EQ(combo->itemText(0), P(std::filesystem::current_path()));
     EXPECT_EQ(combo->currentText(), "");
-    // A converted path goes to the top, and is there after a restart.
-    ChooseFace(*w, "DejaVu Sans", 8);
-    field->SetText(P(Dir / "same.bmp"));
-    ASSERT_EQ(Convert(*w), " Finish") << w->Messages->GetText();
+    // A committed path goes to the top, and is there after a restart.
+    field->SetText("/p/same.bmp");
+    field->Commit();
     w.reset();
     w = Open();
     combo = w->OutBmp->BitmapField->Combo();
-    ASSERT_EQ(combo->count(), 2);
-    EXPECT_EQ(combo->itemText(0), P(Dir / "same.bmp"));
+    EXPECT_EQ(combo->count(), 2);
+    EXPECT_EQ(combo->itemText(0), "/p/same.bmp");
     // The full-path tip comes up after 100 ms, shows the path as it is (even one
     // that looks like markup) in the field's font, and lies over the field's text.
     QLineEdit* edit = combo->lineEdit();
@@ -169,31 +166,4 @@ TEST_F(WindowTest, PathHistoryAndItsTipInTheField) {
     QCursor::setPos(rest);
     QApplication::sendEvent(edit, &help);
     EXPECT_FALSE(tip->isVisible());
-}
-
-TEST_F(WindowTest, DropsGoToTheAreaUnderThePointer) {
-    auto w = Open();
-    auto drop = [&](QPoint pos, const QString& file) {
-        QMimeData mime;
-        mime.setUrls({QUrl::fromLocalFile(file), QUrl::fromLocalFile("/second/file")});
-        QDragEnterEvent enter(pos, Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(w.get(), &enter);
-        EXPECT_TRUE(enter.isAccepted());
-        QDropEvent dropped(QPointF(pos), Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(w.get(), &dropped);
-    };
-    w->InputTabs->setCurrentIndex(1);
-    const std::pair<QWidget*, CPathCombo*> areas[] = {
-        {w->InputBox, w->InZarnic->FontField}, {w->OutputBox, w->OutBmp->BitmapField}, {w->FilterBox, w->FilterField}};
-    for (int i = 0; i < 3; ++i) {
-        drop(areas[i].first->geometry().center(), "/d/" + QString::number(i));
-        EXPECT_EQ(areas[i].second->GetText(), "/d/" + std::to_string(i));
-    }
-    EXPECT_EQ(CSettingsStore(SettingsPath()).GetString("FilterPath", "Path"), "/d/2");
-    // The LC Font panel: the field under the pointer takes the file.
-    w->InputTabs->setCurrentIndex(3);
-    QApplication::processEvents();
-    drop(w->InLc->SubField->Combo()->mapTo(w.get(), w->InLc->SubField->Combo()->rect().center()), "/d/sub.dat");
-    EXPECT_EQ(w->InLc->SubField->GetText(), "/d/sub.dat");
-    EXPECT_EQ(w->InLc->MainField->GetText(), "");
 }

@@ -10,7 +10,6 @@
 #include <QTest>
 #include <QTimer>
 #include <memory>
-#include <sstream>
 
 #include "ui/in_win_dlg.h"
 #include "ui/main_dlg.h"
@@ -19,9 +18,7 @@
 
 inline std::string ReadFileText(const std::filesystem::path& path) {
     std::ifstream in(path, std::ios::binary);
-    std::ostringstream s;
-    s << in.rdbuf();
-    return s.str();
+    return std::string(std::istreambuf_iterator<char>(in), {});
 }
 
 inline void WriteFileText(const std::filesystem::path& path, const std::string& text) {
