@@ -44,7 +44,7 @@ inline std::string Q(const std::filesystem::path& p) { return "'" + p.string() +
 // with '?' as its alternate character when `Alt`.
 struct FontShape {
     uint16_t First = 0x20;
-    int Count = 95, Kana = 0, Bpp = 2;
+    int Count = 95, Kana = 0;
     bool Vertical = false, Alt = false;
     uint32_t Seed = 1;
 };
@@ -54,7 +54,6 @@ inline std::filesystem::path MakeFont(const CScratchDir& dir, const std::string&
     spec.Codes = CodeRange(shape.First, shape.Count);
     auto kana = CodeRange(0x3041, shape.Kana);
     spec.Codes.insert(spec.Codes.end(), kana.begin(), kana.end());
-    spec.Bpp = shape.Bpp;
     spec.Vertical = shape.Vertical;
     spec.Seed = shape.Seed;
     auto font = MakeSyntheticFont(spec);

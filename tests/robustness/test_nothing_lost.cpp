@@ -150,8 +150,7 @@ TEST(NothingLost, FailedAndCancelledRunsKeepThePreviousFile) {
 }
 
 // A link is followed, not replaced: a symbolic link stays (even a dangling
-// one), hard links keep sharing one file, a FIFO stays a FIFO, and the
-// settings file is saved the same way.
+// one), hard links keep sharing one file, a FIFO stays a FIFO.
 TEST(NothingLost, LinksAndSpecialFilesStayWhatTheyAre) {
     CTempDir dir;
     fs::create_directories(dir / "real");
@@ -179,12 +178,6 @@ TEST(NothingLost, LinksAndSpecialFilesStayWhatTheyAre) {
     reader.join();
     EXPECT_EQ(received, New);
     EXPECT_TRUE(S_ISFIFO(Stat(fifo).st_mode));
-
-    Put(dir / "real" / "glyphwright.ini", "[Main]\nInput=2\n");
-    fs::create_symlink("../real/glyphwright.ini", dir / "out" / "glyphwright.ini");
-    CSettingsStore(dir / "out" / "glyphwright.ini").SetString("Main", "Path", "p");
-    EXPECT_TRUE(fs::is_symlink(dir / "out" / "glyphwright.ini"));
-    EXPECT_EQ(FileBytes(dir / "real" / "glyphwright.ini"), "[Main]\nInput=2\nPath=p\n");
 }
 
 // Writing in place (a writable file in a read-only folder, a hard-linked

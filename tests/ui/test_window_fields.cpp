@@ -2,7 +2,6 @@
 // fields, the path history and its full-path tip.
 #include <QCheckBox>
 #include <QCursor>
-#include <QGroupBox>
 #include <QHelpEvent>
 #include <QRadioButton>
 #include <QStyleOptionFrame>
@@ -17,7 +16,6 @@
 #include "ui/out_zarnic_dlg.h"
 #include "ui/path_combo.h"
 #include "ui/path_tip.h"
-#include "ui/warning_wnd.h"
 #include "window_fixture.h"
 #include "zgly_test_util.h"
 
