@@ -27,12 +27,13 @@ CTerminationWatch::CTerminationWatch(QWidget& window) : Window(window) {
     sa.sa_flags = SA_RESETHAND | SA_RESTART;
     for (std::size_t i = 0; i < std::size(Signals); ++i) sigaction(Signals[i], &sa, &g_Previous[i]);
     Watch.setInterval(WatchInterval);
-    // Closing is asked again on every tick: while a run unwinds, the
-    // window refuses and only cancels.
-    connect(&Watch, &QTimer::timeout, this, [this] {
-        if (g_Received != 0 && Window.isVisible()) Window.close();
-    });
+    // Closing is asked again on every tick.
+    connect(&Watch, &QTimer::timeout, this, &CTerminationWatch::Check);
     Watch.start();
+}
+
+void CTerminationWatch::Check() {
+    if (g_Received != 0 && Window.isVisible()) Window.close();
 }
 
 CTerminationWatch::~CTerminationWatch() {

@@ -21,6 +21,9 @@ public:
     static int Received();
     // After the window closed on a signal: ends the program by it.
     static void EndLikeTheSignal();
+    // What every tick of the watch does: once a signal came, asks the visible
+    // window to close (while a run unwinds, the window refuses and only cancels).
+    void Check();
 
 private:
     QWidget& Window;

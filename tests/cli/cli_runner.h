@@ -1,4 +1,5 @@
-// Runs the built glyphwright-cli from tests and captures what it prints.
+// Runs the built glyphwright-cli from tests and captures what it prints; the
+// fonts the command-line tests start from.
 #pragma once
 
 #include <sys/wait.h>
@@ -24,25 +25,39 @@ inline std::string Slurp(const std::filesystem::path& path) {
     return std::string(std::istreambuf_iterator<char>(in), {});
 }
 
-// Runs glyphwright-cli with the arguments (already quoted), capturing both streams.
-inline CliResult RunCli(const CScratchDir& dir, const std::string& args) {
-    std::string cmd = std::string("'") + GLYPHWRIGHT_BIN_DIR + "/glyphwright-cli' " + args + " >'" +
+inline void WriteText(const std::filesystem::path& path, const std::string& text) {
+    std::ofstream(path, std::ios::binary) << text;
+}
+
+// Runs glyphwright-cli with the arguments (already quoted) in `cwd` (default: here),
+// capturing both streams.
+inline CliResult RunCli(const CScratchDir& dir, const std::string& args, const std::string& cwd = ".") {
+    std::string cmd = "cd '" + cwd + "' && '" + GLYPHWRIGHT_BIN_DIR + "/glyphwright-cli' " + args + " >'" +
                       (dir / "out.txt").string() + "' 2>'" + (dir / "err.txt").string() + "'";
     int raw = std::system(cmd.c_str());
-    CliResult r;
-    r.Status = WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
-    r.Out = Slurp(dir / "out.txt");
-    r.Err = Slurp(dir / "err.txt");
-    return r;
+    return {WIFEXITED(raw) ? WEXITSTATUS(raw) : -1, Slurp(dir / "out.txt"), Slurp(dir / "err.txt")};
 }
 
 inline std::string Q(const std::filesystem::path& p) { return "'" + p.string() + "'"; }
 
-inline std::string Utf8Of(char16_t c) {
-    if (c < 0x80) return std::string(1, static_cast<char>(c));
-    if (c < 0x800) return {static_cast<char>(0xC0 | (c >> 6)), static_cast<char>(0x80 | (c & 0x3F))};
-    return {static_cast<char>(0xE0 | (c >> 12)), static_cast<char>(0x80 | ((c >> 6) & 0x3F)),
-            static_cast<char>(0x80 | (c & 0x3F))};
-}
+// A synthetic ZGLY font of `Count` codes from `First` and `Kana` codes from U+3041,
+// with '?' as its alternate character when `Alt`.
+struct FontShape {
+    uint16_t First = 0x20;
+    int Count = 95, Kana = 0;
+    bool Vertical = false, Alt = false;
+    uint32_t Seed = 1;
+};
 
-inline std::string Hex4(unsigned v) { return FormatString("%04X", static_cast<int>(v)); }
+inline std::filesystem::path MakeFont(const CScratchDir& dir, const std::string& name, const FontShape& shape = {}) {
+    SyntheticFontSpec spec;
+    spec.Codes = CodeRange(shape.First, shape.Count);
+    auto kana = CodeRange(0x3041, shape.Kana);
+    spec.Codes.insert(spec.Codes.end(), kana.begin(), kana.end());
+    spec.Vertical = shape.Vertical;
+    spec.Seed = shape.Seed;
+    auto font = MakeSyntheticFont(spec);
+    if (shape.Alt) font->AlternateChar.Set(u'?');
+    WriteSyntheticZgly(*font, dir / name);
+    return dir / name;
+}

@@ -1,157 +1,277 @@
+// The command line with the other inputs and outputs: installed fonts against
+// reference renderings and merged, glyph grids and their templates, previews
+// and the listings.
 #include <gtest/gtest.h>
+#include <png.h>
 
 #include <algorithm>
-#include <string>
+#include <sstream>
 
+#include "bmpfont/bmp_file.h"
+#include "bmpfont/grid_picture_file.h"
 #include "cli_runner.h"
-#include "synthetic_font.h"
-#include "zgly_test_util.h"
+#include "core/bmp_image.h"
+#include "glyph_compare.h"
+#include "zgly/binary_file.h"
+#include "zgly/font_block_set.h"
+#include "zgly/text_renderer.h"
 
 namespace {
 
-std::filesystem::path MakeZgly(const CScratchDir& dir, const std::string& name, uint16_t first, int count, int bpp) {
-    SyntheticFontSpec fontSpec;
-    fontSpec.Codes = CodeRange(first, count);
-    fontSpec.Bpp = bpp;
-    fontSpec.Seed = first;
-    auto font = MakeSyntheticFont(fontSpec);
-    WriteSyntheticZgly(*font, dir / name);
-    return dir / name;
+uint32_t Le32(const std::string& b, std::size_t at) {
+    return static_cast<uint8_t>(b[at]) | static_cast<uint8_t>(b[at + 1]) << 8 | static_cast<uint8_t>(b[at + 2]) << 16 |
+           static_cast<uint32_t>(static_cast<uint8_t>(b[at + 3])) << 24;
 }
 
-// "cell WxH" as the file's glyph block states it.
-std::string CellOf(const std::filesystem::path& path) {
-    auto b = FileBytes(path);
-    const std::string tag = "PLGC";
-    auto at = std::search(b.begin(), b.end(), tag.begin(), tag.end()) - b.begin() + 8;
-    return std::to_string(b[at]) + "x" + std::to_string(b[at + 1]);
-}
+}  // namespace
 
-std::string Size(const std::filesystem::path& path) { return std::to_string(std::filesystem::file_size(path)); }
-
-void ExpectSameGlyphs(const CFontData& got, const CFontData& want, std::u16string_view codes) {
-    for (char16_t c : codes) {
-        const CGlyph* g = got.FindGlyph(c);
-        const CGlyph* w = want.FindGlyph(c);
-        ASSERT_TRUE(g && w) << static_cast<int>(c);
-        EXPECT_TRUE(g->SameAs(*w)) << static_cast<int>(c);
-        EXPECT_EQ(g->Pixels, w->Pixels) << static_cast<int>(c);
-    }
-}
-
-TEST(CliSources, DejaVuAndIpaGothicMergeAsTheirOwnRuns) {
+// Each file in tests/cli/render-refs holds the letters, the options and the hex
+// bytes of the ZGLY file scripts/make_render_refs.sh made from them.
+TEST(CliFonts, InstalledFontsRenderAsTheReferences) {
     CScratchDir dir;
-    // The later font takes the first one's size and levels.
+    int files = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(GLYPHWRIGHT_TEST_DATA "/cli/render-refs")) {
+        std::ifstream in(entry.path());
+        std::string line, letters, options, hex;
+        while (std::getline(in, line)) {
+            if (line.rfind("letters: ", 0) == 0) letters = line.substr(9);
+            else if (line.rfind("options: ", 0) == 0) options = line.substr(9);
+            else if (!line.empty() && line[0] != '#') hex += line;
+        }
+        std::vector<uint8_t> expected;
+        for (std::size_t i = 0; i + 1 < hex.size(); i += 2) expected.push_back(std::stoi(hex.substr(i, 2), nullptr, 16));
+        std::string args;
+        std::stringstream split(options);
+        for (std::string arg; std::getline(split, arg, ';');) args += " " + Q(arg);
+        WriteText(dir / "f.xllt", "<letter-list version=\"1.0\"><body><letter>" + letters + "</letter></body></letter-list>");
+        const std::string name = entry.path().filename().string();
+        auto r = RunCli(dir, "convert" + args + " --filter " + Q(dir / "f.xllt") + " --to-zgly " + Q(dir / "o.zgly"));
+        ASSERT_EQ(r.Status, 0) << name << ": " << r.Err;
+        auto got = FileBytes(dir / "o.zgly");
+        if (got != expected) {
+            ADD_FAILURE() << name << " differs from its reference (" << got.size() << " bytes, expected "
+                          << expected.size() << ")";
+            PutFile(dir / "ref.zgly", expected);
+            ExpectSameGlyphs(*ReadZgly(dir / "ref.zgly"), *ReadZgly(dir / "o.zgly"), name);
+        }
+        ++files;
+    }
+    EXPECT_EQ(files, 19);
+}
+
+// The later font takes the first one's size and levels; each glyph is the one
+// its own font's run makes.
+TEST(CliFonts, DejaVuAndIpaGothicMergeAsTheirOwnRuns) {
+    CScratchDir dir;
     const std::string chars = " --chars 'Ag0,' --range U+3042-U+3044 --to-zgly ";
     auto r = RunCli(dir, "convert --from-font 'DejaVu Sans' --size 16 --levels 4 --from-font IPAGothic" + chars +
                              Q(dir / "m.zgly"));
     ASSERT_EQ(r.Status, 0) << r.Err;
-    EXPECT_EQ(r.Err, "Wrote " + (dir / "m.zgly").string() + ": 8 glyphs (DejaVu Sans: 5, IPAGothic: 3), cell " +
-                         CellOf(dir / "m.zgly") + ", 2 bits per pixel, " + Size(dir / "m.zgly") + " bytes, 0 warnings\n");
+    auto m = FileBytes(dir / "m.zgly");
+    const std::size_t cglp = U32At(m, 24 + 8);
+    EXPECT_EQ(r.Err, FormatString("Wrote %s: 8 glyphs (DejaVu Sans: 5, IPAGothic: 3), cell %dx%d, 2 bits per pixel, "
+                                  "%d bytes, 0 warnings\n",
+                                  (dir / "m.zgly").c_str(), m[cglp], m[cglp + 1], static_cast<int>(m.size())));
     ASSERT_EQ(RunCli(dir, "convert --from-font 'DejaVu Sans' --size 16 --levels 4" + chars + Q(dir / "d.zgly")).Status, 0);
     ASSERT_EQ(RunCli(dir, "convert --from-font IPAGothic --size 16 --levels 4" + chars + Q(dir / "i.zgly")).Status, 0);
     auto merged = ReadZgly(dir / "m.zgly");
-    auto dejaVu = ReadZgly(dir / "d.zgly");
-    ExpectSameGlyphs(*merged, *dejaVu, u"Ag0,");
-    // The space has no ink, so only its advance is its own.
-    EXPECT_EQ(merged->FindGlyph(u' ')->LeftSpace + merged->FindGlyph(u' ')->RightSpace,
-              dejaVu->FindGlyph(u' ')->LeftSpace + dejaVu->FindGlyph(u' ')->RightSpace);
-    ExpectSameGlyphs(*merged, *ReadZgly(dir / "i.zgly"), u"\u3042\u3043\u3044");
+    auto expect = [&](const std::filesystem::path& single, std::u16string_view codes) {
+        auto own = ReadZgly(single);
+        for (char16_t c : codes) {
+            const CGlyph *g = merged->FindGlyph(c), *w = own->FindGlyph(c);
+            ASSERT_TRUE(g && w) << static_cast<int>(c);
+            EXPECT_TRUE(g->SameAs(*w)) << static_cast<int>(c);
+            EXPECT_EQ(g->Pixels, w->Pixels) << static_cast<int>(c);
+        }
+    };
+    expect(dir / "d.zgly", u"Ag0,");
+    expect(dir / "i.zgly", u"\u3042\u3043\u3044");
 }
 
-TEST(CliSources, SummaryCountsEveryWarning) {
+TEST(CliFonts, SourceErrors) {
     CScratchDir dir;
-    auto in = MakeZgly(dir, "in.zgly", 0x20, 10, 2);
-    // 256 characters the font lacks: 100 warnings shown, all 256 counted.
-    auto r = RunCli(dir, "convert --from-zgly " + Q(in) + " --range 0x100-0x1FF --to-zgly " + Q(dir / "o.zgly"));
-    ASSERT_EQ(r.Status, 0) << r.Err;
-    EXPECT_EQ(std::count(r.Err.begin(), r.Err.end(), '\n'), 102);
-    EXPECT_NE(r.Err.find("Warning: A char ('\xC4\x80': U+0100) included in the Filter is not include in the INPUT font.\n"),
-              std::string::npos);
-    EXPECT_NE(r.Err.find("Warning: Number of warnings over max limit.\nWrote " + (dir / "o.zgly").string() +
-                         ": 1 glyph, cell 0x0, 2 bits per pixel, " + Size(dir / "o.zgly") + " bytes, 256 warnings\n"),
-              std::string::npos)
-        << r.Err;
-    r = RunCli(dir, "convert --quiet --from-zgly " + Q(in) + " --range 0x100-0x1FF --to-zgly " + Q(dir / "o.zgly"));
-    EXPECT_EQ(r.Err, "");
-    // The count is of what the file holds: code page 1252 has no U+0080.
-    auto edge = MakeZgly(dir, "edge.zgly", 0x7E, 4, 2);
-    r = RunCli(dir, "convert --from-zgly " + Q(edge) + " --encoding cp1252 --to-zgly " + Q(dir / "o.zgly"));
-    EXPECT_NE(r.Err.find("\nWrote " + (dir / "o.zgly").string() + ": 3 glyphs, cell "), std::string::npos) << r.Err;
-    EXPECT_NE(r.Err.find(" bytes, 1 warning\n"), std::string::npos) << r.Err;
-}
-
-TEST(CliSources, ParameterErrors) {
-    CScratchDir dir;
-    auto in = MakeZgly(dir, "in.zgly", 0x20, 10, 2);
-    const std::string out = " --to-zgly " + Q(dir / "o.zgly");
-    struct Case {
-        std::string Args, Err;
-    } cases[] = {
-        {"--from-zgly " + Q(in) + " --filter ''",
-         "Parameter Error:\n \"Use Filter\" checked, but filter file path not specified.\n"},
-        {"--from-font /no/such/face.ttf --size 12", "Parameter Error:\n Font file(/no/such/face.ttf) does not exist.\n"},
+    auto in = MakeFont(dir, "in.zgly");
+    const std::pair<std::string, std::string> cases[] = {
+        {"--from-font 'DejaVu Sans' --size 0", "Invalid Font Size(0)"},
+        {"--from-font NoSuchFace --cell-height 12", "Font(NoSuchFace) is not installed."},
+        {"--from-font 'DejaVu Sans' --size 12 --width fixed --fixed-width 0", "Invalid fixed width(0)"},
+        {"--from-font 'DejaVu Sans' --style Heavy --size 12", "Font(DejaVu Sans) has no style Heavy."},
         {"--from-font 'DejaVu Sans' --size 12 --from-font @IPAGothic",
-         "Parameter Error:\n Vertical and horizontal sources can not be mixed: DejaVu Sans is horizontal, but "
-         "@IPAGothic is vertical.\n"},
-        {"--from-font 'DejaVu Sans' --style Heavy --size 12", "Parameter Error:\n Font(DejaVu Sans) has no style Heavy.\n"},
+         "Vertical and horizontal sources can not be mixed: DejaVu Sans is horizontal, but @IPAGothic is vertical."},
+        {"--from-zgly " + Q(in) + " --filter " + Q(dir / "none.xllt"), "Filter file(" + (dir / "none.xllt").string() + ") not exists"},
         {"--from-zgly " + Q(in) + " --chars-file " + Q(dir / "none.txt"),
-         "Parameter Error:\n Characters file(" + (dir / "none.txt").string() + ") does not exist.\n"},
+         "Characters file(" + (dir / "none.txt").string() + ") does not exist."},
+        {"--from-zgly " + Q(in) + " --to-bmp " + Q(dir / "x.bmp") + " --to-order NoSuchOrder", "File(NoSuchOrder) not exists."},
     };
-    for (const auto& c : cases) {
-        auto r = RunCli(dir, "convert " + c.Args + out);
-        EXPECT_EQ(r.Status, 1) << c.Args;
-        EXPECT_EQ(r.Err, c.Err) << c.Args;
+    for (const auto& [options, message] : cases) {
+        auto r = RunCli(dir, "convert " + options + (options.find("--to-") == std::string::npos ? " --to-zgly " + Q(dir / "x.zgly") : ""));
+        EXPECT_EQ(r.Status, 1) << options;
+        EXPECT_EQ(r.Err, "Parameter Error:\n " + message + "\n") << options;
     }
-    EXPECT_FALSE(std::filesystem::exists(dir / "o.zgly"));
+    auto r = RunCli(dir, "convert --from-lc " + Q(dir / "missing.dat") + " --to-zgly " + Q(dir / "x.zgly"));
+    EXPECT_EQ(r.Status, 1);
+    EXPECT_EQ(r.Err, "Can not open a file (" + (dir / "missing.dat").string() + ").\n");
+    EXPECT_FALSE(std::filesystem::exists(dir / "x.zgly") || std::filesystem::exists(dir / "x.bmp"));
 }
 
-TEST(CliSources, CommandLineShape) {
+TEST(CliFonts, ListingsAndStyles) {
     CScratchDir dir;
-    struct Case {
-        std::string Args, Problem;
-    } cases[] = {
-        {"convert font.ttf --to-zgly o",
-         "'font.ttf' is not an option. convert needs an input (--from-zgly, --from-bmp, --from-font or --from-lc) and "
-         "an output (--to-zgly or --to-bmp), each followed by its file or face"},
-        {"convert --from-zgly a --from-bmp b --to-zgly o", "--from-bmp needs --from-order (source 2)"},
-        {"convert --from-font F --size 9 --from-zgly a --colors 4 --to-zgly o", "--colors does not apply to this input (source 2)"},
-        {"convert --from-zgly a --from-font F --to-zgly o", "--from-font needs exactly one of --size and --cell-height (source 2)"},
-        {"convert --from-zgly a --to-zgly o --range 0x41-0x40", "--range '0x41-0x40' ends before it starts"},
-        {"convert --from-zgly a --to-zgly o --range U+110000", "--range: 'U+110000' is beyond U+10FFFF"},
-        {"convert --from-zgly a --to-zgly o --range A-Z", "--range takes FIRST-LAST or CODE (as U+3041, 0x3041 or 12353), not 'A-Z'"},
-    };
-    for (const auto& c : cases) {
-        auto r = RunCli(dir, c.Args);
-        EXPECT_EQ(r.Status, 2) << c.Args;
-        EXPECT_EQ(r.Err.substr(0, r.Err.find('\n')), "glyphwright-cli: " + c.Problem) << c.Args;
-    }
-    // Source options before the first source, a later font taking the first
-    // one's size, LC files in either order, characters repeated: all accepted.
-    auto r = RunCli(dir, "convert --size 12 --from-font 'DejaVu Sans' --from-font IPAGothic --chars A --chars B "
-                         "--range 65 --range=U+3042 --to-zgly " + Q(dir / "o.zgly"));
-    EXPECT_EQ(r.Status, 0) << r.Err;
-    EXPECT_NE(r.Err.find(": 4 glyphs (DejaVu Sans: 3, IPAGothic: 1)"), std::string::npos) << r.Err;
-    r = RunCli(dir, "convert --help");
-    EXPECT_EQ(r.Status, 0);
-    EXPECT_NE(r.Out.find("  Two fonts merged, Latin from DejaVu Sans, kana and kanji from IPAGothic:\n"), std::string::npos);
-}
-
-TEST(CliSources, StylesOfInstalledFamilies) {
-    CScratchDir dir;
-    auto r = RunCli(dir, "list-fonts");
+    auto r = RunCli(dir, "list-orders");
+    ASSERT_EQ(r.Status, 0) << r.Err;
+    EXPECT_NE(r.Out.find("Latin1.xlor\t16x"), std::string::npos) << r.Out;
+    EXPECT_NE(r.Out.find("JIS-X-0208.xlor\t94x94"), std::string::npos) << r.Out;
+    r = RunCli(dir, "list-fonts");
     EXPECT_NE(r.Out.find("\nDejaVu Sans\tscalable\t\tBold,Bold Oblique,Book,"), std::string::npos) << r.Out;
-    r = RunCli(dir, "list-fonts --json");
-    EXPECT_NE(r.Out.find("\"family\":\"IPAGothic\",\"scalable\":true,\"sizes\":[],\"vertical\":true,\"styles\":[\"Regular\"]}"),
-              std::string::npos);
-    for (const char* style : {"Book", "bold"}) {
-        r = RunCli(dir, "convert --from-font 'DejaVu Sans' --style " + std::string(style) + " --size 16 --chars W --to-zgly " +
-                            Q(dir / (std::string(style) + ".zgly")));
+    EXPECT_NE(r.Out.find("IPAGothic\tscalable\t@IPAGothic"), std::string::npos) << r.Out;
+    for (const std::string style : {"", "Book", "bold"}) {
+        r = RunCli(dir, "convert --from-font 'DejaVu Sans' " + (style.empty() ? "" : "--style " + style) +
+                            " --size 16 --chars W --to-zgly " + Q(dir / (style + ".zgly")));
         ASSERT_EQ(r.Status, 0) << r.Err;
     }
-    RunCli(dir, "convert --from-font 'DejaVu Sans' --size 16 --chars W --to-zgly " + Q(dir / "plain.zgly"));
-    EXPECT_EQ(FileBytes(dir / "Book.zgly"), FileBytes(dir / "plain.zgly"));
-    EXPECT_NE(FileBytes(dir / "bold.zgly"), FileBytes(dir / "plain.zgly"));
+    EXPECT_EQ(FileBytes(dir / "Book.zgly"), FileBytes(dir / ".zgly"));
+    EXPECT_NE(FileBytes(dir / "bold.zgly"), FileBytes(dir / ".zgly"));
 }
 
-}  // namespace
+TEST(CliGrids, GridOptionsShapeThePicture) {
+    CScratchDir dir;
+    auto in = MakeFont(dir, "in.zgly", {.First = 0x21, .Count = 94});
+    WriteText(dir / "o.xlor", "<letter-order version=\"1.0\"><body><area width=\"4\"/><order>ABCDEFGH</order></body></letter-order>");
+    auto grid = [&](const std::string& options) {
+        std::filesystem::remove(dir / "g.bmp");
+        auto r = RunCli(dir, "convert --from-zgly " + Q(in) + " --to-bmp " + Q(dir / "g.bmp") + " --to-order " +
+                                 Q(dir / "o.xlor") + " " + options);
+        EXPECT_EQ(r.Status, 0) << options << ": " << r.Err;
+        return Slurp(dir / "g.bmp");
+    };
+    // Header: file size, pixel offset (after 256 palette entries), 8 bits, resolution, colour counts.
+    auto plain = grid("");
+    ASSERT_GT(plain.size(), 1078u);
+    EXPECT_EQ(plain.substr(0, 2), "BM");
+    for (auto [at, value] : {std::pair<std::size_t, uint32_t>{2, plain.size()}, {10, 1078}, {14, 40}, {26, 0x00080001},
+                             {34, plain.size() - 1078}, {38, 2834}, {46, 0}, {50, 0}})
+        EXPECT_EQ(Le32(plain, at), value) << at;
+    const uint32_t inkW = Le32(plain, 18) / 4 - 4, inkH = Le32(plain, 22) / 2 - 6;
+
+    // {options, picture width, height}: cells plus 4 (horizontal) columns and 6 rows of frame.
+    const struct {
+        std::string Options;
+        uint32_t Width, Height;
+    } sizes[] = {
+        {"--cell 20x24", 4 * 24, 2 * 30},
+        {"--margins 1,5", 4 * (inkW + 2 + 4), 2 * (inkH + 10 + 6)},
+        {"--margins 1,5,0,2", 4 * (inkW + 1 + 4), 2 * (inkH + 7 + 6)},
+    };
+    for (const auto& s : sizes) {
+        auto b = grid(s.Options);
+        ASSERT_GT(b.size(), 54u) << s.Options;
+        EXPECT_EQ(Le32(b, 18), s.Width) << s.Options;
+        EXPECT_EQ(Le32(b, 22), s.Height) << s.Options;
+        EXPECT_EQ(b.size(), 1078 + ((s.Width + 3) & ~3u) * s.Height) << s.Options;
+    }
+    // Two margins mean right = left and bottom = top; an offset moves the glyphs.
+    EXPECT_EQ(grid("--margins 1,5"), grid("--margins 1,5,1,5"));
+    EXPECT_NE(grid("--cell 20x24 --offset 3,4"), grid("--cell 20x24"));
+    // The inner frame (just inside the black outer frame) is the grid colour, or white without a grid.
+    auto bare = grid("--no-grid");
+    const std::size_t topRow = 1078 + ((Le32(plain, 18) + 3) & ~3u) * (Le32(plain, 22) - 2);
+    EXPECT_EQ(plain[topRow + 3], 4);
+    EXPECT_EQ(bare[topRow + 3], 0);
+    EXPECT_EQ(plain.size(), bare.size());
+
+    // --colors picks the levels the picture is read with.
+    grid("");
+    for (auto [colors, bpp] : {std::pair{"2", 1}, std::pair{"4", 2}, std::pair{"8", 3}, std::pair{"16", 4}}) {
+        auto r = RunCli(dir, "convert --from-bmp " + Q(dir / "g.bmp") + " --from-order " + Q(dir / "o.xlor") +
+                                 " --colors " + colors + " --to-zgly " + Q(dir / "b.zgly"));
+        ASSERT_EQ(r.Status, 0) << r.Err;
+        auto z = FileBytes(dir / "b.zgly");
+        EXPECT_EQ(z[U32At(z, 24 + 8) + 6], bpp) << colors;
+    }
+}
+
+TEST(CliGrids, TemplateDrawsABlankGridThatReadsBackAsNoInk) {
+    CScratchDir dir;
+    auto order = dir / "o.xlor";
+    WriteText(order, "<letter-order version=\"1.0\"><body><area width=\"4\"/><order>ABCDEFG</order></body></letter-order>");
+    auto r = RunCli(dir, "template --order " + Q(order) + " --cell 8x10 --baseline 7 --out " + Q(dir / "t.bmp"));
+    ASSERT_EQ(r.Status, 0) << r.Err;
+    EXPECT_EQ(r.Err, "");
+    CBinaryFile file(dir / "t.bmp");
+    CBmpImage pic;
+    LoadBmp(file, pic);
+    // Pitch 12 x 16 in 4 x 2 cells; the marks white in the black border (baseline
+    // at row 7 + 2, width lines at 10 + 3); glyph areas and width-line rows blank.
+    ASSERT_EQ(pic.Width, 48);
+    ASSERT_EQ(pic.Height, 32);
+    for (int y = 0; y < 16; ++y) EXPECT_EQ(pic.GetPixel(0, y), y == 9 || y == 13 ? 0u : 1u) << y;
+    for (int c = 0; c < 4; ++c)
+        for (int y = 2; y < 14; ++y)
+            for (int x = 2; x < 10; ++x) EXPECT_EQ(pic.GetPixel(c * 12 + x, 16 + y), y == 12 ? 2u : 0u) << c;
+    // Vertical, 4 colours, as PNG: pitch 14 x 14; the baseline 7 columns from the
+    // right edge puts the origin at column 1, its mark one column left of it.
+    r = RunCli(dir, "template --order " + Q(order) + " --cell 8x10 --baseline 7 --colors 4 --vertical --out " +
+                        Q(dir / "t.png"));
+    ASSERT_EQ(r.Status, 0) << r.Err;
+    CBmpImage png;
+    LoadGridPicture(dir / "t.png", 2, png);
+    ASSERT_EQ(png.Width, 56);
+    ASSERT_EQ(png.Height, 28);
+    for (int x = 0; x < 14; ++x) EXPECT_EQ(png.GetPixel(x, 0), x == 2 || x == 4 ? 0u : 3u) << x;
+    for (const char* t : {"t.bmp", "t.png"}) {
+        r = RunCli(dir, "convert --from-bmp " + Q(dir / t) + " --from-order " + Q(order) +
+                            (t[2] == 'p' ? " --colors 4" : "") + " --to-zgly " + Q(dir / "t.zgly"));
+        EXPECT_EQ(r.Status, 1);
+        EXPECT_EQ(r.Err.rfind("BMP Error:\n No cell of BMP(" + (dir / t).string() + ") holds any ink", 0), 0u) << r.Err;
+    }
+    const std::pair<std::string, std::string> usage[] = {
+        {"--cell 8x10 --out x.bmp", "template needs --baseline N"},
+        {"--cell 0x4 --baseline 7 --out x.bmp", "--cell needs a whole number from 1, not '0'"}};
+    for (const auto& [args, message] : usage) {
+        r = RunCli(dir, "template --order " + Q(order) + " " + args);
+        EXPECT_EQ(r.Status, 2) << args;
+        EXPECT_EQ(r.Err.rfind("glyphwright-cli: " + message + "\n", 0), 0u) << r.Err;
+    }
+}
+
+// preview writes what the text renderer draws, as an RGB PNG.
+TEST(CliPreview, WritesTheRenderedTextAsPng) {
+    CScratchDir dir;
+    auto font = MakeFont(dir, "f.zgly", {.Alt = true});
+    // Backslash-n from the shell is a line feed; the missing character draws the alternate glyph.
+    auto r = RunCli(dir, "preview " + Q(font) + " --text 'Ag\\nq\xC3\xA9!' --out " + Q(dir / "t.png") +
+                             " --zoom 3 --ink 'C02010' --paper=#fffff0");
+    ASSERT_EQ(r.Status, 0) << r.Err;
+    EXPECT_EQ(r.Err, "Warning: The font lacks a char ('\xC3\xA9': U+00E9); the alternate glyph is drawn.\n");
+    // {text, zoom, ink, paper} as drawn by the renderer; the zoom's edges 1 and 16.
+    for (auto [text, zoom, ink, paper] : {std::tuple{"Ag\nq?!", 3, 0xC02010u, 0xFFFFF0u}, {"A", 1, 0u, 0xFFFFFFu}, {"A", 16, 0u, 0xFFFFFFu}}) {
+        if (zoom != 3) r = RunCli(dir, "preview " + Q(font) + " --text A --zoom " + std::to_string(zoom) + " --out " + Q(dir / "t.png"));
+        ASSERT_EQ(r.Status, 0) << zoom << ": " << r.Err;
+        png_image image{};
+        image.version = PNG_IMAGE_VERSION;
+        ASSERT_TRUE(png_image_begin_read_from_file(&image, (dir / "t.png").c_str()));
+        image.format = PNG_FORMAT_RGB;
+        std::vector<uint8_t> rgb(PNG_IMAGE_SIZE(image));
+        ASSERT_TRUE(png_image_finish_read(&image, nullptr, rgb.data(), 0, nullptr));
+        CFontBlockSet set;
+        LoadZglyForPreview(font, set);
+        CPreviewOptions options;
+        options.Zoom = zoom;
+        options.Ink = ink;
+        options.Paper = paper;
+        CRgbImage expected = CTextRenderer(set).DrawText(text, options);
+        EXPECT_EQ(static_cast<int>(image.width), expected.Width) << zoom;
+        EXPECT_EQ(rgb, expected.Rgb) << zoom;
+        EXPECT_EQ(rgb[0] << 16 | rgb[1] << 8 | rgb[2], static_cast<int>(paper)) << zoom;
+        EXPECT_NE(std::count(rgb.begin(), rgb.end(), ink >> 16), 0) << zoom;
+    }
+    WriteText(dir / "junk.zgly", "not a font at all, but long enough");
+    r = RunCli(dir, "preview " + Q(dir / "junk.zgly") + " --text A --out " + Q(dir / "x.png"));
+    EXPECT_EQ(r.Status, 1);
+    EXPECT_EQ(r.Err, "ZGLY File Error:\n The file is not ZGLY file\n");
+    EXPECT_FALSE(std::filesystem::exists(dir / "x.png"));
+    for (const char* args : {"--text A", "--text A --out x.png --zoom 0", "--text A --out x.png --zoom 17"}) {
+        r = RunCli(dir, "preview " + Q(font) + " " + args);
+        EXPECT_EQ(r.Status, 2) << args;
+        EXPECT_NE(r.Err.find("usage:"), std::string::npos) << args;
+    }
+}

@@ -1,5 +1,5 @@
 // Opens the real main window on a settings file of its own and answers every
-// message box as it appears.
+// message box as it appears; whole-file text helpers.
 #pragma once
 
 #include <QApplication>
@@ -10,13 +10,24 @@
 #include <QTest>
 #include <QTimer>
 #include <memory>
-#include <vector>
 
-#include "temp_dir.h"
+#include "ui/in_win_dlg.h"
 #include "ui/main_dlg.h"
 #include "ui/message_box.h"
+#include "xmlfiles/test_support.h"
+
+inline std::string ReadFileText(const std::filesystem::path& path) {
+    std::ifstream in(path, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(in), {});
+}
+
+inline void WriteFileText(const std::filesystem::path& path, const std::string& text) {
+    std::ofstream(path, std::ios::binary) << text;
+}
 
 inline void PrintTo(const QString& s, std::ostream* os) { *os << '"' << s.toStdString() << '"'; }
+
+inline QString P(const std::filesystem::path& p) { return QString::fromStdString(p.string()); }
 
 class WindowTest : public testing::Test {
 protected:
@@ -49,7 +60,12 @@ protected:
         emit combo->activated(index);
     }
 
-    static void ChooseFace(CMainDlg& w, const QString& face, int size);
+    static void ChooseFace(CMainDlg& w, const QString& face, int size) {
+        int index = w.InWin->NameList->findText(face);
+        ASSERT_GE(index, 0) << face.toStdString();
+        Choose(w.InWin->NameList, index);
+        w.InWin->SizeCombo->setEditText(QString::number(size));
+    }
 
     CTempDir Dir;
     QStringList Boxes;
