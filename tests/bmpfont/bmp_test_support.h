@@ -1,19 +1,20 @@
-// Test fonts, hand-made BMP files and a front end for whole conversion runs.
+// Test glyphs and hand-made BMP files for the glyph-grid tests.
 #pragma once
 
 #include <cstdint>
 #include <functional>
+#include <fstream>
+#include <iterator>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "core/bit_stream.h"
-#include "glyph_compare.h"
 #include "core/conversion.h"
 #include "core/font_data.h"
+#include "glyph_compare.h"
 #include "xmlfiles/test_support.h"
 
-// Pixel values of a glyph's ink, row by row.
 // A glyph from a cell given as one value per pixel (row by row).
 inline std::unique_ptr<CGlyph> MakeGlyph(const std::vector<uint32_t>& cell, int w, int h, int bpp, bool vertical,
                                          int space1, int space2, int origin) {
@@ -36,19 +37,16 @@ struct RawBmp {
     std::vector<uint32_t> Palette;
     std::vector<uint32_t> Pixels;  // Width x Height values, top row first
     bool TopDown = false;
-    uint32_t InfoSize = 40;
-    uint16_t Planes = 1;
-    uint32_t Compression = 0;
-    uint16_t Reserved1 = 0;
+    uint32_t InfoSize = 40, Compression = 0, ColorsUsed = 0;
+    uint16_t Planes = 1, Reserved1 = 0;
 
     std::string Bytes() const {
         std::string out;
         auto put = [&](uint32_t v, int n) {
             for (int i = 0; i < n; ++i) out += static_cast<char>((v >> (8 * i)) & 0xFF);
         };
-        int stride = ((Bpp * Width + 31) / 32) * 4;
-        uint32_t paletteBytes = 4 * static_cast<uint32_t>(Palette.size());
-        uint32_t offset = 14 + InfoSize + paletteBytes;
+        const int stride = ((Bpp * Width + 31) / 32) * 4;
+        const uint32_t offset = 14 + InfoSize + 4 * static_cast<uint32_t>(Palette.size());
         put(0x4D42, 2);
         put(offset + stride * Height, 4);
         put(Reserved1, 2);
@@ -60,16 +58,16 @@ struct RawBmp {
         put(Planes, 2);
         put(static_cast<uint32_t>(Bpp), 2);
         put(Compression, 4);
-        for (int i = 0; i < 5; ++i) put(0, 4);
+        for (uint32_t v : {0u, 0u, 0u, ColorsUsed, 0u}) put(v, 4);
         out.append(InfoSize - 40, '\0');
         for (uint32_t c : Palette) put(c, 4);
         for (int k = 0; k < Height; ++k) {
-            int y = TopDown ? k : Height - 1 - k;
+            const int y = TopDown ? k : Height - 1 - k;
             std::vector<uint8_t> row(static_cast<std::size_t>(stride), 0);
             CBitWriter wr;
             wr.Start(row.data());
             for (int x = 0; x < Width; ++x) {
-                uint32_t v = Pixels[static_cast<std::size_t>(y * Width + x)];
+                const uint32_t v = Pixels[static_cast<std::size_t>(y * Width + x)];
                 for (int b = Bpp - 8; b >= 0 && Bpp > 8; b -= 8) wr.Write(8, (v >> b) & 0xFF);
                 if (Bpp <= 8) wr.Write(Bpp, v);
             }
@@ -81,7 +79,28 @@ struct RawBmp {
     }
 };
 
-// A front end that runs a conversion without a window.
+// A written 8-bit BMP, edited in place; y counts from the top.
+struct GridBytes {
+    explicit GridBytes(const std::filesystem::path& p) : Path(p) {
+        std::ifstream in(p, std::ios::binary);
+        Data.assign(std::istreambuf_iterator<char>(in), {});
+    }
+    uint32_t Field(int at) const {
+        return static_cast<uint8_t>(Data[at]) | static_cast<uint8_t>(Data[at + 1]) << 8 |
+               static_cast<uint8_t>(Data[at + 2]) << 16;
+    }
+    int Width() const { return static_cast<int>(Field(18)); }
+    int Height() const { return static_cast<int>(Field(22)); }
+    char& At(int x, int y) { return Data[Field(10) + static_cast<std::size_t>(Height() - 1 - y) * ((Width() + 3) & ~3) + x]; }
+    void SetPalette(int index, uint32_t rgb) {
+        for (int i = 0; i < 3; ++i) Data[54 + 4 * index + i] = static_cast<char>(rgb >> (8 * i));
+    }
+    void Save() const { std::ofstream(Path, std::ios::binary) << Data; }
+    std::filesystem::path Path;
+    std::string Data;
+};
+
+// A front end that runs a conversion without a window (the robustness tests').
 class CTestFrontEnd : public CConversionFrontEnd {
 public:
     void BeginRun() override {}

@@ -2,9 +2,6 @@
 // another order, glyphs without a width line, and a grid without any ink.
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
-
 #include "bmp_test_support.h"
 #include "bmpfont/bmp_font_reader.h"
 #include "bmpfont/bmp_font_writer.h"
@@ -14,28 +11,6 @@
 #include "core/headless_pg_ctrl.h"
 
 namespace {
-
-// The written 8-bit BMP, edited in place; y counts from the top.
-struct GridBytes {
-    explicit GridBytes(const std::filesystem::path& p) : Path(p) {
-        std::ifstream in(p, std::ios::binary);
-        Data.assign(std::istreambuf_iterator<char>(in), {});
-    }
-    uint32_t Field(int at) const {
-        return static_cast<uint8_t>(Data[at]) | static_cast<uint8_t>(Data[at + 1]) << 8 |
-               static_cast<uint8_t>(Data[at + 2]) << 16;
-    }
-    char& At(int x, int y) {
-        int w = static_cast<int>(Field(18)), h = static_cast<int>(Field(22));
-        return Data[Field(10) + static_cast<std::size_t>(h - 1 - y) * ((w + 3) & ~3) + x];
-    }
-    void SetPalette(int index, uint32_t rgb) {
-        for (int i = 0; i < 3; ++i) Data[54 + 4 * index + i] = static_cast<char>(rgb >> (8 * i));
-    }
-    void Save() const { std::ofstream(Path, std::ios::binary) << Data; }
-    std::filesystem::path Path;
-    std::string Data;
-};
 
 class GridWarnings : public ::testing::Test {
 protected:
@@ -100,8 +75,8 @@ TEST_F(GridWarnings, ColorsTheDepthDropsAndPalettesOutOfOrder) {
     const int moved[5] = {2, 1, 3, 0, 4};
     const uint32_t colors[4] = {0x000000, 0xAAAAAA, 0xFFFFFF, 0x555555};
     for (int i = 0; i < 4; ++i) grid.SetPalette(i, colors[i]);
-    for (int y = 0; y < static_cast<int>(grid.Field(22)); ++y)
-        for (int x = 0; x < static_cast<int>(grid.Field(18)); ++x)
+    for (int y = 0; y < grid.Height(); ++y)
+        for (int x = 0; x < grid.Width(); ++x)
             grid.At(x, y) = static_cast<char>(moved[static_cast<uint8_t>(grid.At(x, y))]);
     grid.Save();
     EXPECT_EQ(Read(2), "");
@@ -122,18 +97,20 @@ TEST_F(GridWarnings, GlyphsWithoutWidthLinesAndGridsWithoutInk) {
     EXPECT_EQ(Pg.Warnings,
               std::vector<std::string>{"2 glyphs have ink but no width line, so their advance is 0: 'B' (U+0042), "
                                        "'D' (U+0044)."});
-    EXPECT_EQ(Font->FindGlyph('B')->LeftSpace + Font->FindGlyph('B')->Ink.Width() + Font->FindGlyph('B')->RightSpace,
-              0);
+    const CGlyph* b = Font->FindGlyph('B');
+    EXPECT_EQ(b->LeftSpace + b->Ink.Width() + b->RightSpace, 0);
 
     // Every ink pixel erased: a grid without ink is an error, not an empty font.
     for (int y = 2; y < 12; ++y)
         for (int x = 0; x < 48; ++x)
             if (x % 12 >= 2 && x % 12 < 10) grid.At(x, y) = 0;
     grid.Save();
-    const std::string noInk = "BMP Error:\n No cell of BMP(" + Bmp.string() +
-                              ") holds any ink: draw the glyphs in the cells' glyph areas, and read the picture with "
-                              "the number of colors it was drawn with.";
-    EXPECT_EQ(Read(1), noInk);
+    auto noInk = [](const std::filesystem::path& p) {
+        return "BMP Error:\n No cell of BMP(" + p.string() +
+               ") holds any ink: draw the glyphs in the cells' glyph areas, and read the picture with the number of "
+               "colors it was drawn with.";
+    };
+    EXPECT_EQ(Read(1), noInk(Bmp));
 
     // So is a blank template, BMP or PNG, horizontal or vertical.
     CGlyphOrder order;
@@ -142,10 +119,7 @@ TEST_F(GridWarnings, GlyphsWithoutWidthLinesAndGridsWithoutInk) {
         for (const char* name : {"blank.bmp", "blank.png"}) {
             Bmp = Dir / name;
             WriteGridTemplate(Bmp, order, GridTemplateSettings{8, 10, 7, 2, vertical});
-            EXPECT_EQ(Read(2), "BMP Error:\n No cell of BMP(" + Bmp.string() +
-                                   ") holds any ink: draw the glyphs in the cells' glyph areas, and read the "
-                                   "picture with the number of colors it was drawn with.")
-                << name << vertical;
+            EXPECT_EQ(Read(2), noInk(Bmp)) << name << vertical;
             EXPECT_TRUE(Pg.Warnings.empty()) << name << vertical;
         }
 }

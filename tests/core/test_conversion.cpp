@@ -2,16 +2,14 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
 #include <functional>
 #include <stdexcept>
 
 #include "core/font_data.h"
 #include "core/font_filter.h"
-#include "core/general_exception.h"
 #include "core/glyph_order.h"
 #include "core/headless_pg_ctrl.h"
+#include "xmlfiles/test_support.h"
 
 namespace {
 
@@ -20,23 +18,19 @@ struct Script {
     std::vector<uint16_t> Codes = {'C', 'A', 'B'};
     std::vector<uint16_t> OrderCodes;  // the writer's glyph order, none when empty
     std::string ReaderCheckError, WriterCheckError, CreateWriterError, Warning;
-    bool ReaderThrowsLibraryError = false;
+    bool ReaderThrowsLibraryError = false, Read = false;
     std::vector<uint16_t> Written;
-    bool Read = false;
-    int Alive = 0;
 };
 
 class CTestReader : public CFontReader {
 public:
-    explicit CTestReader(Script& s) : S(s) { ++S.Alive; }
-    ~CTestReader() override { --S.Alive; }
+    explicit CTestReader(Script& s) : S(s) {}
     void CheckParameters() override {
         if (!S.ReaderCheckError.empty()) throw CGeneralException(S.ReaderCheckError);
     }
     void Read(CFontData& font, const CFontFilter& filter) override {
         S.Read = true;
         g_pPgCtrl->SetStatus(" Reading Test...");
-        g_pPgCtrl->ResetProgress();
         g_pPgCtrl->SetProgressRange(static_cast<int>(S.Codes.size()));
         font.Bpp.Set(1);
         for (uint16_t code : S.Codes) {
@@ -46,21 +40,17 @@ public:
             g->Bpp = 1;
             g->Ink = InkBox{0, 0, 1, 1};
             g->Pixels = {0x80};
-            g->Ascent = g->RightExtent = 1;
             font.AddGlyph(std::move(g), code);
         }
         if (S.ReaderThrowsLibraryError) throw std::runtime_error("disk gone");
         if (!S.Warning.empty()) ReportWarning(g_pPgCtrl, "%s", S.Warning);
     }
-
-private:
     Script& S;
 };
 
 class CTestWriter : public CFontWriter {
 public:
-    explicit CTestWriter(Script& s) : S(s) { ++S.Alive; }
-    ~CTestWriter() override { --S.Alive; }
+    explicit CTestWriter(Script& s) : S(s) {}
     void CheckParameters() override {
         if (!S.WriterCheckError.empty()) throw CGeneralException(S.WriterCheckError);
     }
@@ -76,13 +66,10 @@ public:
         EXPECT_TRUE(font.CellWidth.Specified);  // prepared before writing
         for (const auto& g : font.GetGlyphs()) S.Written.push_back(g->Code);
     }
-
-private:
     Script& S;
 };
 
-// A front end that records what the window would show; warnings land in its
-// message window as the desktop window's do.
+// What the window would show; warnings land in its message window.
 class CTestFrontEnd : public CConversionFrontEnd, public CHeadlessPgCtrl {
 public:
     explicit CTestFrontEnd(Script& s) : S(s) {}
@@ -115,96 +102,80 @@ public:
     bool FilterChecked = false, Locked = false, Ended = false, Shown = false;
     std::string FilterPath, Text;
     int Commits = 0;
-
-private:
     Script& S;
 };
 
 }  // namespace
 
 TEST(Conversion, OutcomesStatusesAndMessages) {
-    const auto dir = std::filesystem::path(testing::TempDir()) / "glyphwright_conversion_test";
-    std::filesystem::create_directories(dir);
-    std::ofstream(dir / "broken.xllt") << "not a letter list";
+    CTempDir dir;
+    const auto broken = dir.Write("broken.xllt", "not a letter list").string();
     const std::string missing = (dir / "100% missing.xllt").string();
-    using Setup = std::function<void(Script&, CTestFrontEnd&)>;
+    using O = ConversionOutcome;
     const struct {
         const char* Name;
-        Setup Prepare;
-        ConversionOutcome Outcome;
+        std::function<void(Script&, CTestFrontEnd&)> Prepare;
+        O Outcome;
         std::string Text;  // the message window's text afterwards ("*" : starts with "XML Error:")
         std::vector<std::string> Statuses;
         std::vector<uint16_t> Written;
     } cases[] = {
-        {"plain", [](Script&, CTestFrontEnd&) {}, ConversionOutcome::Finished, "",
+        {"plain", [](Script&, CTestFrontEnd&) {}, O::Finished, "",
          {" Prepairing...", " Order Loading...", " Reading Test...", " Writing Test...", " Finish"}, {'A', 'B', 'C'}},
         // A writer's glyph order limits the characters read, without a filter file.
-        {"order", [](Script& s, CTestFrontEnd&) { s.OrderCodes = {'C', NoCode, 'A', 'Z'}; },
-         ConversionOutcome::Finished, "", {}, {'A', 'C'}},
-        {"warning", [](Script& s, CTestFrontEnd&) { s.Warning = "odd glyph 100%"; }, ConversionOutcome::Finished,
-         "odd glyph 100%", {}, {'A', 'B', 'C'}},
+        {"order", [](Script& s, CTestFrontEnd&) { s.OrderCodes = {'C', NoCode, 'A', 'Z'}; }, O::Finished, "", {},
+         {'A', 'C'}},
+        {"warning", [](Script& s, CTestFrontEnd&) { s.Warning = "odd glyph 100%"; }, O::Finished, "odd glyph 100%", {},
+         {'A', 'B', 'C'}},
         {"reader check", [](Script& s, CTestFrontEnd&) { s.ReaderCheckError = "Parameter Error:\n Font size(0)."; },
-         ConversionOutcome::Failed, "Parameter Error:\n Font size(0).",
-         {" Prepairing...", " Convert Error"}, {}},
+         O::Failed, "Parameter Error:\n Font size(0).", {" Prepairing...", " Convert Error"}, {}},
         {"writer check", [](Script& s, CTestFrontEnd&) { s.WriterCheckError = "Parameter Error:\n Bad alt."; },
-         ConversionOutcome::Failed, "Parameter Error:\n Bad alt.", {}, {}},
+         O::Failed, "Parameter Error:\n Bad alt.", {}, {}},
         {"no writer", [](Script& s, CTestFrontEnd&) { s.CreateWriterError = "Parameter Error:\n No output."; },
-         ConversionOutcome::Failed, "Parameter Error:\n No output.", {}, {}},
-        {"empty font", [](Script& s, CTestFrontEnd&) { s.Codes.clear(); }, ConversionOutcome::Failed,
+         O::Failed, "Parameter Error:\n No output.", {}, {}},
+        {"empty font", [](Script& s, CTestFrontEnd&) { s.Codes.clear(); }, O::Failed,
          "Parameter Error:\n No glyphs in output.", {}, {}},
-        {"library error", [](Script& s, CTestFrontEnd&) { s.ReaderThrowsLibraryError = true; },
-         ConversionOutcome::Failed, "Internal Error:\n disk gone", {}, {}},
-        {"cancel", [](Script&, CTestFrontEnd& ui) { ui.CancelAtVisibleStep(2); }, ConversionOutcome::Canceled, "",
+        {"library error", [](Script& s, CTestFrontEnd&) { s.ReaderThrowsLibraryError = true; }, O::Failed,
+         "Internal Error:\n disk gone", {}, {}},
+        {"cancel", [](Script&, CTestFrontEnd& ui) { ui.CancelAtVisibleStep(2); }, O::Canceled, "",
          {" Prepairing...", " Order Loading...", " Reading Test...", " Canceled"}, {}},
-        {"filter unnamed", [](Script&, CTestFrontEnd& ui) { ui.FilterChecked = true; }, ConversionOutcome::Failed,
+        {"filter unnamed", [](Script&, CTestFrontEnd& ui) { ui.FilterChecked = true; }, O::Failed,
          "Parameter Error:\n \"Use Filter\" checked, but filter file path not specified.",
          {" Prepairing...", " Order Loading...", " Filter Loading...", " Convert Error"}, {}},
         // A missing filter fails before the old messages are cleared.
-        {"filter missing",
-         [&](Script&, CTestFrontEnd& ui) { ui.FilterChecked = true, ui.FilterPath = missing, ui.Text = "old "; },
-         ConversionOutcome::Failed, "old Parameter Error:\n Filter file(" + missing + ") not exists", {}, {}},
-        {"filter broken",
-         [&](Script&, CTestFrontEnd& ui) { ui.FilterChecked = true, ui.FilterPath = (dir / "broken.xllt").string(); },
-         ConversionOutcome::Failed, "*", {}, {}},
+        {"filter missing", [&](Script&, CTestFrontEnd& ui) { ui.FilterChecked = true, ui.FilterPath = missing, ui.Text = "old "; },
+         O::Failed, "old Parameter Error:\n Filter file(" + missing + ") not exists", {}, {}},
+        {"filter broken", [&](Script&, CTestFrontEnd& ui) { ui.FilterChecked = true, ui.FilterPath = broken; }, O::Failed,
+         "*", {}, {}},
     };
     for (const auto& c : cases) {
         Script s;
         CTestFrontEnd ui(s);
         c.Prepare(s, ui);
         EXPECT_EQ(RunConversion(ui, ui), c.Outcome) << c.Name;
-        if (c.Text == "*") {
+        if (c.Text == "*")
             EXPECT_EQ(ui.Text.rfind("XML Error:", 0), 0u) << c.Name << ": " << ui.Text;
-        } else {
+        else
             EXPECT_EQ(ui.Text, c.Text) << c.Name;
-        }
         EXPECT_EQ(ui.Shown, !c.Text.empty()) << c.Name;
         if (!c.Statuses.empty()) EXPECT_EQ(ui.Statuses, c.Statuses) << c.Name;
-        const bool finished = c.Outcome == ConversionOutcome::Finished;
-        EXPECT_EQ(ui.Statuses.back(), finished ? " Finish" : c.Outcome == ConversionOutcome::Failed ? " Convert Error"
-                                                                                                     : " Canceled")
+        const bool finished = c.Outcome == O::Finished;
+        EXPECT_EQ(ui.Statuses.back(), finished ? " Finish" : c.Outcome == O::Failed ? " Convert Error" : " Canceled")
             << c.Name;
         EXPECT_EQ(s.Written, c.Written) << c.Name;
         EXPECT_EQ(ui.Commits, finished ? 2 : 0) << c.Name;  // the histories keep only paths that worked
-        EXPECT_EQ(s.Read, finished || c.Outcome == ConversionOutcome::Canceled || s.Codes.empty() ||
-                              s.ReaderThrowsLibraryError)
-            << c.Name;  // parameter errors come before reading
-        EXPECT_EQ(s.Alive, 0) << c.Name;
-        EXPECT_FALSE(ui.Locked) << c.Name;
-        EXPECT_TRUE(ui.Ended) << c.Name;
-        EXPECT_EQ(ui.ProgressPos(), 0) << c.Name;
-        EXPECT_EQ(g_pPgCtrl, nullptr) << c.Name;  // restored after the run
+        // Parameter errors come before reading.
+        EXPECT_EQ(s.Read, finished || c.Outcome == O::Canceled || s.Codes.empty() || s.ReaderThrowsLibraryError) << c.Name;
+        EXPECT_TRUE(!ui.Locked && ui.Ended && ui.ProgressPos() == 0 && g_pPgCtrl == nullptr) << c.Name;
     }
-    std::filesystem::remove_all(dir);
-}
-
-TEST(Conversion, WarningsKeepTheWindowUntilACleanRun) {
+    // Warnings keep the window open until a clean run.
     Script s;
     CTestFrontEnd ui(s);
     s.Warning = "odd";
-    EXPECT_EQ(RunConversion(ui, ui), ConversionOutcome::Finished);
+    EXPECT_EQ(RunConversion(ui, ui), O::Finished);
     EXPECT_TRUE(ui.Shown);
     s.Warning.clear();
-    EXPECT_EQ(RunConversion(ui, ui), ConversionOutcome::Finished);
+    EXPECT_EQ(RunConversion(ui, ui), O::Finished);
     EXPECT_FALSE(ui.Shown);
     EXPECT_EQ(ui.Text, "");
 }

@@ -45,7 +45,7 @@ TEST(GlyphOrder, GetCodeBounds) {
     for (const auto& c : cells) EXPECT_EQ(order.GetCode(c.X, c.Y), c.Code) << c.X << "," << c.Y;
 }
 
-TEST(FontFilter, RestrictedToTheOrdersCells) {
+TEST(FontFilter, RestrictedToTheOrdersCellsAndReportsMissingLetters) {
     CFontFilter filter;
     EXPECT_FALSE(filter.IsExcluded('A'));
     filter.RestrictToOrder(CGlyphOrder{});  // unloaded order: nothing to take
@@ -65,16 +65,14 @@ TEST(FontFilter, RestrictedToTheOrdersCells) {
     EXPECT_EQ(Letters(loaded), (std::vector<uint16_t>{' ', 'A'}));
     EXPECT_EQ(loaded.Letters.size(), 2u);  // entries removed, not just cleared
     EXPECT_TRUE(loaded.IsExcluded('C'));
-}
 
-TEST(FontFilter, ReportsMissingLetters) {
     CHeadlessPgCtrl pg;
     g_pPgCtrl = &pg;
     CFontData font;
     font.AddGlyph(std::make_unique<CGlyph>(), 'A');
-    auto filter = LoadedFilter({0x3042, 'A', ' '});
-    filter.Letters['B'] = false;  // not included: no warning
-    filter.ReportMissingLetters(font);
+    auto wanted = LoadedFilter({0x3042, 'A', ' '});
+    wanted.Letters['B'] = false;  // not included: no warning
+    wanted.ReportMissingLetters(font);
     g_pPgCtrl = nullptr;
     EXPECT_EQ(pg.Warnings, (std::vector<std::string>{
                                "A char (' ': U+0020) included in the Filter is not include in the INPUT font.",

@@ -2,11 +2,9 @@
 // fixed and proportional glyphs, vertical turning, and the check order.
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
 #include <unistd.h>
-#include <string>
-#include <vector>
+
+#include <fstream>
 
 #include "core/font_data.h"
 #include "core/font_filter.h"
@@ -18,16 +16,13 @@ namespace {
 
 struct Variant {
     int FileSize, Width, Height, Baseline, RowBytes;
-    int RecordSize() const { return 2 + Height * RowBytes; }
 };
-
 const Variant Variants[] = {
     {7520, 4, 8, 7, 1},    {9024, 5, 10, 9, 1},     {10528, 6, 12, 10, 1},   {13536, 8, 16, 14, 1},
     {73320, 8, 8, 7, 1},   {161304, 10, 10, 9, 2},  {190632, 12, 12, 10, 2}, {249288, 16, 16, 14, 2},
 };
 
-// Ink covering columns [x0, x1) of rows [1, baseline); bits past the width are set
-// too, to show they are ignored.
+// {code, ink columns [X0, X1)} of rows [1, baseline); bits past the width are set too, to show they are ignored.
 struct Record {
     uint16_t Code;
     int X0, X1;
@@ -37,37 +32,30 @@ class LcFontReader : public testing::Test {
 protected:
     void SetUp() override {
         g_pPgCtrl = &Pg;
-        Dir = std::filesystem::temp_directory_path() / ("gw_lc_" + std::to_string(getpid()));
         std::filesystem::create_directories(Dir);
     }
     void TearDown() override {
         g_pPgCtrl = nullptr;
         std::filesystem::remove_all(Dir);
     }
-
-    std::filesystem::path Write(const std::string& name, const Variant& v, const std::vector<Record>& records,
-                                int extraBytes = 0) {
+    std::filesystem::path Write(const std::string& name, const Variant& v, const std::vector<Record>& records, int extra = 0) {
         std::vector<uint8_t> bytes;
-        const int count = v.FileSize / v.RecordSize();
-        for (int i = 0; i < count; ++i) {
+        for (int i = 0; i < v.FileSize / (2 + v.Height * v.RowBytes); ++i) {
             const Record r = i < static_cast<int>(records.size()) ? records[i] : Record{0xFFFF, 0, 0};
             bytes.push_back(static_cast<uint8_t>(r.Code >> 8));
             bytes.push_back(static_cast<uint8_t>(r.Code & 0xFF));
-            for (int y = 0; y < v.Height; ++y) {
-                std::vector<uint8_t> row(v.RowBytes, 0);
-                for (int x = 0; x < v.RowBytes * 8; ++x) {
-                    const bool ink = y >= 1 && y < v.Baseline && ((x >= r.X0 && x < r.X1) || x >= v.Width);
-                    if (ink) row[x / 8] |= static_cast<uint8_t>(0x80 >> (x % 8));
+            for (int y = 0; y < v.Height; ++y)
+                for (int k = 0; k < v.RowBytes; ++k) {
+                    uint8_t b = 0;
+                    for (int x = k * 8; x < k * 8 + 8; ++x)
+                        if (y >= 1 && y < v.Baseline && ((x >= r.X0 && x < r.X1) || x >= v.Width)) b |= 0x80 >> (x % 8);
+                    bytes.push_back(b);
                 }
-                bytes.insert(bytes.end(), row.begin(), row.end());
-            }
         }
-        bytes.resize(bytes.size() + extraBytes, 0);
-        const auto path = Dir / name;
-        std::ofstream(path, std::ios::binary).write(reinterpret_cast<const char*>(bytes.data()), bytes.size());
-        return path;
+        bytes.resize(bytes.size() + extra, 0);
+        std::ofstream(Dir / name, std::ios::binary).write(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+        return Dir / name;
     }
-
     std::unique_ptr<CFontData> Read(CLcFontReader reader, const CFontFilter& filter = {}) {
         reader.CheckParameters();
         auto font = std::make_unique<CFontData>();
@@ -75,17 +63,8 @@ protected:
         return font;
     }
 
-    static std::string CheckMessage(CLcFontReader reader) {
-        try {
-            reader.CheckParameters();
-        } catch (const CGeneralException& e) {
-            return e.Message;
-        }
-        return "";
-    }
-
     CHeadlessPgCtrl Pg;
-    std::filesystem::path Dir;
+    std::filesystem::path Dir = std::filesystem::temp_directory_path() / ("gw_lc_" + std::to_string(getpid()));
 };
 
 }  // namespace
@@ -96,27 +75,24 @@ protected:
 TEST_F(LcFontReader, BothMappingsAllSizes) {
     for (const Variant& v : Variants) {
         SCOPED_TRACE(v.FileSize);
-        const int inkW = v.Width - 3, inkH = v.Baseline - 1, records = v.FileSize / v.RecordSize();
+        const int inkW = v.Width - 3, inkH = v.Baseline - 1, records = v.FileSize / (2 + v.Height * v.RowBytes);
         // 0x82A0 is U+3042; 0x8080 has an invalid lead byte.
         const auto main = Write("main.dat", v, {{0x0041, 2, v.Width - 1}, {0x82A0, 1, 2}, {0x8080, 0, 2}});
         const auto half = Write("half.dat", v, {{0x8260, 2, v.Width - 1}, {0x82A0, 1, 2}, {0x8393, 1, 3}});
         for (bool fixed : {false, true})
             for (bool vertical : {false, true}) {
-                const std::string what = std::string(fixed ? "fixed" : "proportional") + (vertical ? " vertical" : "");
+                SCOPED_TRACE(std::string(fixed ? "fixed" : "proportional") + (vertical ? " vertical" : ""));
                 auto font = Read({main, "", fixed, false, vertical});
-                EXPECT_EQ(font->GlyphCount(), 2u) << what;
+                EXPECT_EQ(font->GlyphCount(), 2u);
                 EXPECT_EQ(font->Bpp.Value, 1);
                 EXPECT_EQ(font->Vertical(), vertical);
                 EXPECT_NE(font->FindGlyph(0x3042), nullptr);
                 const CGlyph* a = font->FindGlyph('A');
                 ASSERT_NE(a, nullptr);
-                const std::vector<int> upright = {inkW, inkH, vertical ? -1 : v.Baseline - 1, vertical ? 1 : (fixed ? 2 : 1),
-                                                  vertical ? 0 : (fixed ? 1 : 0)};
-                EXPECT_EQ(std::vector<int>({a->Ink.Width(), a->Ink.Height(), a->Ascent,
-                                            vertical ? a->TopSpace : a->LeftSpace,
+                EXPECT_EQ(std::vector<int>({a->Ink.Width(), a->Ink.Height(), a->Ascent, vertical ? a->TopSpace : a->LeftSpace,
                                             vertical ? a->LeftSpace : a->RightSpace}),
-                          upright)
-                    << what;
+                          std::vector<int>({inkW, inkH, vertical ? -1 : v.Baseline - 1, vertical || !fixed ? 1 : 2,
+                                            !vertical && fixed ? 1 : 0}));
                 EXPECT_EQ(Pg.ProgressRange(), records);
                 EXPECT_EQ(Pg.ProgressPos(), records);
 
@@ -127,17 +103,15 @@ TEST_F(LcFontReader, BothMappingsAllSizes) {
                 const CGlyph* h = halfFont->FindGlyph('A');
                 ASSERT_NE(h, nullptr);
                 if (vertical)
-                    EXPECT_EQ(std::vector<int>({h->Ink.Width(), h->Ink.Height(), h->TopSpace, h->BottomSpace,
-                                                h->RightExtent}),
-                              std::vector<int>({inkH, inkW, fixed ? 2 : 1, fixed ? 1 : 0, v.Baseline - 1}))
-                        << what;
+                    EXPECT_EQ(std::vector<int>({h->Ink.Width(), h->Ink.Height(), h->TopSpace, h->BottomSpace, h->RightExtent}),
+                              std::vector<int>({inkH, inkW, fixed ? 2 : 1, fixed ? 1 : 0, v.Baseline - 1}));
                 else
-                    EXPECT_EQ(h->Ink.Width(), inkW) << what;
+                    EXPECT_EQ(h->Ink.Width(), inkW);
             }
     }
 }
 
-TEST_F(LcFontReader, DefaultMappingWinsAndFilterApplies) {
+TEST_F(LcFontReader, DefaultMappingWinsFilterAppliesAndChecksComeFirst) {
     const Variant& v = Variants[3];
     const auto main = Write("main.dat", v, {{0x0041, 0, 1}, {0x0042, 0, 1}});
     const auto half = Write("half.dat", v, {{0x8260, 0, 8}, {0x8263, 0, 8}, {0x8264, 0, 8}});
@@ -145,22 +119,24 @@ TEST_F(LcFontReader, DefaultMappingWinsAndFilterApplies) {
     EXPECT_EQ(font->GlyphCount(), 4u);
     EXPECT_EQ(font->FindGlyph('A')->Ink.Width(), 1);
     EXPECT_EQ(font->FindGlyph('D')->Ink.Width(), 8);
+    EXPECT_EQ(Read({main, half, false, false, false}, CFontFilter{false, {{'A', true}, {'D', true}}})->GlyphCount(), 2u);
 
-    CFontFilter filter{false, {{'A', true}, {'D', true}}};
-    auto filtered = Read({main, half, false, false, false}, filter);
-    EXPECT_EQ(filtered->GlyphCount(), 2u);
-}
-
-TEST_F(LcFontReader, ChecksFilesBeforeReading) {
-    const Variant& v = Variants[3];
-    const auto good = Write("good.dat", v, {});
     const auto bad = Write("bad.dat", v, {}, 1);
-    EXPECT_EQ(CheckMessage({"", "", false, false, false}), "Parameter Error:\n LC Font file path required");
-    EXPECT_EQ(CheckMessage({bad, good, false, false, false}),
-              "Parameter Error:\n Input file(" + bad.string() + ") is not LC Font file.");
-    EXPECT_EQ(CheckMessage({good, bad, false, false, false}),
-              "Parameter Error:\n Input file(" + bad.string() + ") is not LC Font file.");
-    EXPECT_EQ(CheckMessage({Dir / "missing.dat", "", false, false, false}),
-              "Can not open a file (" + (Dir / "missing.dat").string() + ").");
-    EXPECT_EQ(CheckMessage({good, "", false, false, false}), "");
+    const struct {
+        std::filesystem::path Main, Half;
+        std::string Message;
+    } checks[] = {{"", "", "Parameter Error:\n LC Font file path required"},
+                  {bad, main, "Parameter Error:\n Input file(" + bad.string() + ") is not LC Font file."},
+                  {main, bad, "Parameter Error:\n Input file(" + bad.string() + ") is not LC Font file."},
+                  {Dir / "missing.dat", "", "Can not open a file (" + (Dir / "missing.dat").string() + ")."},
+                  {main, "", ""}};
+    for (const auto& c : checks) {
+        std::string got;
+        try {
+            CLcFontReader(c.Main, c.Half, false, false, false).CheckParameters();
+        } catch (const CGeneralException& e) {
+            got = e.Message;
+        }
+        EXPECT_EQ(got, c.Message);
+    }
 }

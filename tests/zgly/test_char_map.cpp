@@ -6,84 +6,60 @@
 
 namespace {
 
-std::vector<CodeGlyph> Glyphs(const std::vector<std::pair<int, int>>& ranges) {
+// Glyphs 0, 1, ... for the codes of the runs {first, count}.
+std::vector<CodeGlyph> Glyphs(const std::vector<std::pair<int, int>>& runs) {
     std::vector<CodeGlyph> g;
-    for (auto [first, count] : ranges)
-        for (int i = 0; i < count; ++i) g.push_back(CodeGlyph{static_cast<uint16_t>(first + i), 0});
-    for (std::size_t i = 0; i < g.size(); ++i) g[i].Index = static_cast<uint16_t>(i);
+    for (auto [first, count] : runs)
+        for (int i = 0; i < count; ++i) g.push_back(CodeGlyph{static_cast<uint16_t>(first + i), static_cast<uint16_t>(g.size())});
     return g;
 }
 
-std::vector<CharMapBlock> Build(const std::vector<CodeGlyph>& g) {
-    return BuildCharMap(g, [](int) {});
+// {method, first code, last code, data entries} of each block.
+std::vector<std::vector<int>> Shape(const std::vector<CharMapBlock>& blocks) {
+    std::vector<std::vector<int>> out;
+    for (const auto& b : blocks) out.push_back({b.Method, b.FirstCode, b.LastCode, static_cast<int>(b.Data.size())});
+    return out;
 }
 
 }  // namespace
 
-TEST(CharMap, DirectTableAndScanThresholds) {
-    auto direct = Build(Glyphs({{0x20, 95}}));
-    ASSERT_EQ(direct.size(), 1u);
-    EXPECT_EQ(direct[0].Method, zgly::MethodDirect);
-    EXPECT_EQ(direct[0].FirstCode, 0x20);
-    EXPECT_EQ(direct[0].LastCode, 0x7E);
-    EXPECT_EQ(direct[0].Data, std::vector<uint16_t>{0});
-
-    auto table = Build(Glyphs({{0x20, 64}}));
-    ASSERT_EQ(table.size(), 1u);
-    EXPECT_EQ(table[0].Method, zgly::MethodTable);
-    EXPECT_EQ(table[0].Data.size(), 64u);
-
-    auto scan = Build(Glyphs({{0x100, 30}}));
-    ASSERT_EQ(scan.size(), 1u);
-    EXPECT_EQ(scan[0].Method, zgly::MethodScan);
-    EXPECT_EQ(scan[0].FirstCode, 0x0000);
-    EXPECT_EQ(scan[0].LastCode, 0xFFFF);
-    EXPECT_EQ(scan[0].Data.size(), 60u);
-    EXPECT_EQ(scan[0].Encode().size(), 12u + 2 + 4 * 30);
-
-    auto gapped = Build(Glyphs({{0x100, 30}, {0x100 + 30 + 20, 30}}));
-    ASSERT_EQ(gapped.size(), 1u);
-    EXPECT_EQ(gapped[0].Method, zgly::MethodTable);
-    ASSERT_EQ(gapped[0].Data.size(), 80u);
-    EXPECT_EQ(std::count(gapped[0].Data.begin(), gapped[0].Data.end(), 0xFFFF), 20);
-    EXPECT_EQ(gapped[0].Data[50], 30);
-}
-
-TEST(CharMap, EqualCandidatesGrowBackwardFirst) {
-    // A fails alone (40/90); B takes C, then A and D are equally dense (70/125):
-    // backward wins, after which D no longer fits and is left to the scan block.
-    auto blocks = Build(Glyphs({{1000, 10}, {1060, 30}, {1095, 30}, {1175, 10}}));
-    ASSERT_EQ(blocks.size(), 2u);
-    EXPECT_EQ(blocks[0].Method, zgly::MethodTable);
-    EXPECT_EQ(blocks[0].FirstCode, 1000);
-    EXPECT_EQ(blocks[0].LastCode, 1124);
-    EXPECT_EQ(blocks[1].Method, zgly::MethodScan);
-    EXPECT_EQ(blocks[1].Data.size(), 20u);
-    EXPECT_EQ(blocks[1].Data[0], 1175);
-}
-
-TEST(CharMap, TablesCoverCodesOfDirectBlocksAndEveryGlyphIsMappedOnce) {
-    // A direct run splits a dense area: the codes it took count as missing
-    // (120 / 202 is still dense enough), and the table fills them in.
-    auto g = Glyphs({{0x3000, 60}, {0x303D, 80}, {0x308E, 60}, {0x5000, 3}});
-    std::vector<int> steps;
-    auto blocks = BuildCharMap(g, [&](int d) { steps.push_back(d); });
-    ASSERT_EQ(blocks.size(), 3u);
-    EXPECT_EQ(blocks[0].Method, zgly::MethodDirect);
-    EXPECT_EQ(blocks[1].Method, zgly::MethodTable);
-    EXPECT_EQ(blocks[1].FirstCode, 0x3000);
-    EXPECT_EQ(blocks[1].LastCode, 0x30C9);
-    EXPECT_EQ(blocks[1].Data[0x303D - 0x3000], 60);
-    EXPECT_EQ(blocks[1].Data[0x303C - 0x3000], 0xFFFF);
-    EXPECT_EQ(blocks[2].Method, zgly::MethodScan);
-    // Direct and table blocks step by last index minus first, the scan block once a glyph.
-    EXPECT_EQ(steps, (std::vector<int>{139 - 60, 199 - 0, 1, 1, 1}));
-    CFontBlockSet set;
-    for (const auto& b : blocks) {
-        auto content = b.Encode();
-        set.AddBlock(zgly::TagCMAP, content.data(), static_cast<uint32_t>(content.size()));
+TEST(CharMap, BlockMethodsAndTheirThresholds) {
+    using namespace zgly;
+    const struct {
+        std::vector<std::pair<int, int>> Runs;
+        std::vector<std::vector<int>> Blocks;
+    } cases[] = {
+        // Direct from 80 codes in a row, a table from 40 codes with glyphs, else the scan block.
+        {{{0x20, 80}}, {{MethodDirect, 0x20, 0x6F, 1}}},
+        {{{0x20, 79}}, {{MethodTable, 0x20, 0x6E, 79}}},
+        {{{0x100, 40}}, {{MethodTable, 0x100, 0x127, 40}}},
+        {{{0x100, 39}}, {{MethodScan, 0, 0xFFFF, 78}}},
+        {{{0x100, 30}, {0x132, 30}}, {{MethodTable, 0x100, 0x14F, 80}}},  // a gap of 20 still dense enough
+        // A fails alone (40/90); B takes C, then A and D are equally dense (70/125):
+        // backward wins, after which D no longer fits and is left to the scan block.
+        {{{1000, 10}, {1060, 30}, {1095, 30}, {1175, 10}}, {{MethodTable, 1000, 1124, 125}, {MethodScan, 0, 0xFFFF, 20}}},
+        // A direct run splits a dense area: the codes it took count as missing
+        // (120 / 202 is still dense enough), and the table fills them in.
+        {{{0x3000, 60}, {0x303D, 80}, {0x308E, 60}, {0x5000, 3}},
+         {{MethodDirect, 0x303D, 0x308C, 1}, {MethodTable, 0x3000, 0x30C9, 202}, {MethodScan, 0, 0xFFFF, 6}}},
+    };
+    for (const auto& c : cases) {
+        const auto g = Glyphs(c.Runs);
+        std::vector<int> steps;
+        const auto blocks = BuildCharMap(g, [&](int d) { steps.push_back(d); });
+        EXPECT_EQ(Shape(blocks), c.Blocks) << c.Runs[0].first;
+        CFontBlockSet set;
+        for (const auto& b : blocks) {
+            auto content = b.Encode();
+            set.AddBlock(TagCMAP, content.data(), static_cast<uint32_t>(content.size()));
+        }
+        for (const auto& cg : g) EXPECT_EQ(set.FindGlyphIndex(cg.Code), cg.Index) << cg.Code;
+        EXPECT_EQ(set.FindGlyphIndex(static_cast<uint16_t>(g.back().Code + 1)), 0xFFFF);
+        if (c.Runs.size() == 4 && c.Runs[0].first == 0x3000) {
+            EXPECT_EQ(set.FindGlyphIndex(0x303C), 0xFFFF);
+            // Direct and table blocks step by last index minus first, the scan block once a glyph.
+            EXPECT_EQ(steps, (std::vector<int>{139 - 60, 199 - 0, 1, 1, 1}));
+        }
     }
-    for (const auto& cg : g) EXPECT_EQ(set.FindGlyphIndex(cg.Code), cg.Index) << cg.Code;
-    EXPECT_EQ(set.FindGlyphIndex(0x303C), 0xFFFF);
-    EXPECT_EQ(set.FindGlyphIndex(0x4FFF), 0xFFFF);
+    EXPECT_EQ(BuildCharMap(Glyphs({{0x100, 30}}), [](int) {})[0].Encode().size(), 12u + 2 + 4 * 30);
 }

@@ -1,0 +1,106 @@
+// Glyphs cut from cells and drawn into cells, and the packed-pixel operations
+// under them: exact pixels at odd bit offsets and across scan chunks.
+#include <gtest/gtest.h>
+
+#include "core/font_data.h"
+#include "core/bit_stream.h"
+#include "core/packed_image.h"
+#include "packed_reference.h"
+
+namespace {
+
+std::vector<int> Spaces(const CGlyph& g) { return {g.LeftSpace, g.RightSpace, g.TopSpace, g.BottomSpace}; }
+std::vector<int> Box(const InkBox& b) { return {b.X0, b.Y0, b.X1, b.Y1}; }
+
+// One ink run of two pixels in a line of six, laid out across (horizontal) or
+// down (vertical): the margins before and after set the spaces.
+TEST(GlyphBuilders, MarginsSetSpaces) {
+    const struct {
+        bool Vertical, Blank;
+        int Before, After;
+        std::vector<int> Spaces;
+    } cases[] = {
+        {false, false, 1, 1, {1, 1, 0, 0}}, {false, false, 6, 0, {-2, 0, 0, 0}},  // before = width: advance 0
+        {false, true, 6, 0, {0, 0, 0, 0}},  {false, true, 1, 2, {3, 0, 0, 0}},
+        {true, false, 1, 2, {0, 0, 0, 1}},  {true, false, 6, 0, {0, 0, -2, 0}},
+        {true, true, 6, 3, {0, 0, 0, 0}},   {true, true, 1, 2, {0, 0, 3, 0}}};
+    for (const auto& c : cases) {
+        // Horizontal 6 x 1 with ink in columns 2-3; vertical 1 x 6 with ink in rows 1-2.
+        const uint8_t cell = c.Blank ? 0x00 : c.Vertical ? 0x60 : 0x30;
+        CGlyph g;
+        g.SetFromCellWithMargins(&cell, c.Vertical ? 1 : 6, c.Vertical ? 6 : 1, 1, c.Vertical, c.Before, c.After, 1);
+        EXPECT_EQ(Spaces(g), c.Spaces) << c.Vertical << c.Blank << " " << c.Before << "," << c.After;
+        if (!c.Blank && c.Before == 1) EXPECT_EQ(c.Vertical ? g.Ascent : g.RightExtent, c.Vertical ? -1 : 2);
+    }
+    // A blank trimmed cell keeps its advance: across, or down.
+    const std::vector<uint8_t> blank(3, 0);  // 4 x 3 at 2 bits
+    for (bool vertical : {false, true}) {
+        CGlyph e;
+        e.SetFromCellTrimmed(blank.data(), 4, 3, 2, vertical, 2);
+        EXPECT_EQ(Box(e.Ink), (std::vector<int>{0, 0, 0, 0}));
+        EXPECT_TRUE(e.Pixels.empty());
+        EXPECT_EQ(Spaces(e), vertical ? (std::vector<int>{0, 0, 0, 3}) : (std::vector<int>{0, 4, 0, 0}));
+    }
+}
+
+TEST(GlyphBuilders, CropAndRenderKeepTheOrigin) {
+    // 5 x 4 at 3 bits, ink in columns 1-3, rows 1-2, cut as a vertical glyph with its reference column 2.
+    const auto cell = PackRef({0, 0, 0, 0, 0, 0, 7, 0, 5, 0, 0, 0, 3, 0, 0, 0, 0, 0, 0, 0}, 3);
+    CGlyph v;
+    v.SetFromCellTrimmed(cell.data(), 5, 4, 3, true, 2);
+    EXPECT_EQ(Box(v.Ink), (std::vector<int>{1, 1, 4, 3}));
+    EXPECT_EQ(v.Pixels, PackRef({7, 0, 5, 0, 3, 0}, 3));
+    // Into a taller, wider cell with the reference column moved: the ink shifts with it.
+    std::vector<uint8_t> big(PackedBytes(7, 5, 3), 0xAA);
+    RenderToCell(v, big.data(), 7, 5, 1, 3, 3);
+    std::vector<uint32_t> expect(35, 0);
+    expect[2 * 7 + 2] = 7, expect[2 * 7 + 4] = 5, expect[3 * 7 + 3] = 3;
+    EXPECT_EQ(UnpackRef(big, 35, 3), expect);
+    // An empty glyph clears its cell and nothing past it.
+    std::vector<uint8_t> blank(PackedBytes(3, 3, 2) + 1, 0xAA);
+    RenderToCell(CGlyph(), blank.data(), 3, 3, 2, 2, 2);
+    EXPECT_EQ(blank, (std::vector<uint8_t>{0, 0, 0, 0xAA}));
+}
+
+TEST(PackedImage, TurnsCopiesAndFindsInk) {
+    // 3 x 2 at 3 bits, turned in place and into another buffer.
+    const auto src = PackRef({1, 2, 3, 4, 5, 6}, 3);
+    using Turn = void (*)(uint8_t*, const uint8_t*, int, int, int);
+    const std::pair<Turn, std::vector<uint32_t>> turns[] = {
+        {RotateClockwise, {4, 1, 5, 2, 6, 3}}, {RotateCounterClockwise, {3, 6, 2, 5, 1, 4}}, {Rotate180, {6, 5, 4, 3, 2, 1}}};
+    for (const auto& [turn, want] : turns) {
+        auto img = src;
+        turn(img.data(), img.data(), 3, 2, 3);
+        EXPECT_EQ(img, PackRef(want, 3));
+        std::vector<uint8_t> dst(src.size(), 0);
+        turn(dst.data(), src.data(), 3, 2, 3);
+        EXPECT_EQ(dst, PackRef(want, 3));
+    }
+
+    // 1 bit: two zero pixels into the middle of the second row's byte; w < 1 copies nothing.
+    std::vector<uint8_t> dst = {0xFF, 0xFF, 0xFF};
+    const std::vector<uint8_t> zeros = {0x00};
+    CopyRect(dst.data(), zeros.data(), 2, 8, 0, 0, 2, 1, 3, 1, 1);
+    CopyRect(dst.data(), zeros.data(), 2, 8, 0, 0, 0, 1, 0, 0, 1);
+    EXPECT_EQ(dst, (std::vector<uint8_t>{0xFF, 0xE7, 0xFF}));
+    // 3 bits: the 2 x 2 block at (1, 1) of a 4 x 3 source to (2, 0) of a 5 x 3 destination of 7s.
+    const auto from = PackRef({0, 1, 2, 3, 4, 5, 6, 0, 1, 2, 3, 4}, 3);
+    auto to = PackRef(std::vector<uint32_t>(15, 7), 3);
+    CopyRect(to.data(), from.data(), 4, 5, 1, 1, 2, 2, 2, 0, 3);
+    EXPECT_EQ(to, PackRef({7, 7, 5, 6, 7, 7, 7, 2, 3, 7, 7, 7, 7, 7, 7}, 3));
+
+    // Ink boxes across 56-bit scan chunks (18 pixels at 3 bits) and against a non-zero background.
+    std::vector<uint32_t> wide(40 * 3, 0);
+    wide[40 + 19] = 1, wide[80 + 37] = 4;
+    InkBox box{9, 9, 9, 9};
+    EXPECT_TRUE(FindInkBox(box, PackRef(wide, 3).data(), 40, 3, 3, 0));
+    EXPECT_EQ(Box(box), (std::vector<int>{19, 1, 38, 3}));
+    const auto blank = PackRef(std::vector<uint32_t>(12, 3), 2);
+    EXPECT_FALSE(FindInkBox(box, blank.data(), 4, 3, 2, 3));
+    EXPECT_EQ(Box(box), (std::vector<int>{0, 0, 0, 0}));
+    const auto dots = PackRef({0, 0, 0, 0, 0, 0, 2, 0, 0, 1, 0, 0}, 2);
+    EXPECT_TRUE(FindInkBox(box, dots.data(), 4, 3, 2, 3));  // every other value is ink, 0 included
+    EXPECT_EQ(Box(box), (std::vector<int>{0, 0, 4, 3}));
+}
+
+}  // namespace
