@@ -43,22 +43,14 @@ struct RawBmp {
     std::string Bytes() const {
         std::string out;
         auto put = [&](uint32_t v, int n) {
-            for (int i = 0; i < n; ++i) out += static_cast<char>((v >> (8 * i)) & 0xFF);
+            for (int i = 0; i < n; ++i) out += static_cast<char>(i < 4 ? (v >> (8 * i)) & 0xFF : 0);
         };
         const int stride = ((Bpp * Width + 31) / 32) * 4;
         const uint32_t offset = 14 + InfoSize + 4 * static_cast<uint32_t>(Palette.size());
-        put(0x4D42, 2);
-        put(offset + stride * Height, 4);
-        put(Reserved1, 2);
-        put(0, 2);
-        put(offset, 4);
-        put(InfoSize, 4);
-        put(static_cast<uint32_t>(Width), 4);
-        put(static_cast<uint32_t>(TopDown ? -Height : Height), 4);
-        put(Planes, 2);
-        put(static_cast<uint32_t>(Bpp), 2);
-        put(Compression, 4);
-        for (uint32_t v : {0u, 0u, 0u, ColorsUsed, 0u}) put(v, 4);
+        for (auto [v, n] : {std::pair{0x4D42u, 2}, {offset + stride * Height, 4}, {Reserved1, 2}, {0u, 2}, {offset, 4},
+                            {InfoSize, 4}, {static_cast<uint32_t>(Width), 4}, {static_cast<uint32_t>(TopDown ? -Height : Height), 4},
+                            {Planes, 2}, {static_cast<uint32_t>(Bpp), 2}, {Compression, 4}, {0u, 12}, {ColorsUsed, 4}, {0u, 4}})
+            put(v, n);
         out.append(InfoSize - 40, '\0');
         for (uint32_t c : Palette) put(c, 4);
         for (int k = 0; k < Height; ++k) {

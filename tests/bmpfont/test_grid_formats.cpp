@@ -3,8 +3,6 @@
 #include <gtest/gtest.h>
 #include <png.h>
 
-#include <cstring>
-
 #include "bmp_test_support.h"
 #include "bmpfont/bmp_decoders.h"
 #include "bmpfont/bmp_file.h"
@@ -19,26 +17,19 @@
 namespace {
 
 void Put(std::string& out, uint32_t v, int bytes) {
-    for (int i = 0; i < bytes; ++i) out += static_cast<char>((v >> (8 * i)) & 0xFF);
+    for (int i = 0; i < bytes; ++i) out += static_cast<char>(i < 4 ? (v >> (8 * i)) & 0xFF : 0);
 }
 
 // A BMP file: infoExtra follows the 40-byte header inside the information
 // header, table (palette or colour masks) after it, then the data.
 std::string Bmp(int w, int h, int bpp, uint32_t compression, const std::string& table, const std::string& data,
                 const std::string& infoExtra = "") {
+    const uint32_t offset = 54 + static_cast<uint32_t>(infoExtra.size() + table.size()), size = static_cast<uint32_t>(data.size());
     std::string out = "BM";
-    uint32_t offset = 54 + static_cast<uint32_t>(infoExtra.size() + table.size());
-    Put(out, offset + static_cast<uint32_t>(data.size()), 4);
-    Put(out, 0, 4);
-    Put(out, offset, 4);
-    Put(out, 40 + static_cast<uint32_t>(infoExtra.size()), 4);
-    Put(out, static_cast<uint32_t>(w), 4);
-    Put(out, static_cast<uint32_t>(h), 4);
-    Put(out, 1, 2);
-    Put(out, static_cast<uint32_t>(bpp), 2);
-    Put(out, compression, 4);
-    Put(out, static_cast<uint32_t>(data.size()), 4);
-    for (int i = 0; i < 4; ++i) Put(out, 0, 4);
+    for (auto [v, n] : {std::pair{offset + size, 4}, {0u, 4}, {offset, 4}, {40 + static_cast<uint32_t>(infoExtra.size()), 4},
+                        {static_cast<uint32_t>(w), 4}, {static_cast<uint32_t>(h), 4}, {1u, 2}, {static_cast<uint32_t>(bpp), 2},
+                        {compression, 4}, {size, 4}, {0u, 16}})
+        Put(out, v, n);
     return out + infoExtra + table + data;
 }
 
@@ -97,19 +88,14 @@ void WritePngFile(const std::filesystem::path& path, const CBmpImage& pic, bool 
     std::vector<uint32_t> colors = Colors(pic);
     std::vector<uint8_t> buffer;
     for (uint32_t c : colors) {
-        if (grey) {
-            buffer.push_back(static_cast<uint8_t>(c));
-        } else {
-            bool paper = c == 0xFFFFFF;
-            for (int s : {16, 8, 0}) buffer.push_back(paper ? 0 : static_cast<uint8_t>(c >> s));
-            buffer.push_back(paper ? 0 : 255);
-        }
+        // Grey, or white as transparent black.
+        const bool paper = c == 0xFFFFFF;
+        for (int s : grey ? std::vector<int>{0} : std::vector<int>{16, 8, 0, 24})
+            buffer.push_back(grey ? static_cast<uint8_t>(c) : paper ? 0 : s == 24 ? 255 : static_cast<uint8_t>(c >> s));
     }
-    png_image image;
-    std::memset(&image, 0, sizeof image);
+    png_image image{};
     image.version = PNG_IMAGE_VERSION;
-    image.width = static_cast<png_uint_32>(pic.Width);
-    image.height = static_cast<png_uint_32>(pic.Height);
+    image.width = static_cast<png_uint_32>(pic.Width), image.height = static_cast<png_uint_32>(pic.Height);
     image.format = grey ? PNG_FORMAT_GRAY : PNG_FORMAT_RGBA;
     ASSERT_TRUE(png_image_write_to_file(&image, path.c_str(), 0, buffer.data(), 0, nullptr)) << image.message;
 }

@@ -77,31 +77,24 @@ TEST_F(LcFontReader, BothMappingsAllSizes) {
         SCOPED_TRACE(v.FileSize);
         const int inkW = v.Width - 3, inkH = v.Baseline - 1, records = v.FileSize / (2 + v.Height * v.RowBytes);
         // 0x82A0 is U+3042; 0x8080 has an invalid lead byte.
-        const auto main = Write("main.dat", v, {{0x0041, 2, v.Width - 1}, {0x82A0, 1, 2}, {0x8080, 0, 2}});
+        const auto mainPath = Write("main.dat", v, {{0x0041, 2, v.Width - 1}, {0x82A0, 1, 2}, {0x8080, 0, 2}});
         const auto half = Write("half.dat", v, {{0x8260, 2, v.Width - 1}, {0x82A0, 1, 2}, {0x8393, 1, 3}});
         for (bool fixed : {false, true})
             for (bool vertical : {false, true}) {
                 SCOPED_TRACE(std::string(fixed ? "fixed" : "proportional") + (vertical ? " vertical" : ""));
-                auto font = Read({main, "", fixed, false, vertical});
-                EXPECT_EQ(font->GlyphCount(), 2u);
-                EXPECT_EQ(font->Bpp.Value, 1);
-                EXPECT_EQ(font->Vertical(), vertical);
-                EXPECT_NE(font->FindGlyph(0x3042), nullptr);
-                const CGlyph* a = font->FindGlyph('A');
-                ASSERT_NE(a, nullptr);
+                auto halfFont = Read({"", half, false, fixed, vertical});
+                EXPECT_EQ(Pg.ProgressRange(), 272);
+                auto main = Read({mainPath, "", fixed, false, vertical});
+                EXPECT_EQ(std::pair(Pg.ProgressRange(), Pg.ProgressPos()), std::pair(records, records));
+                // A and U+3042 from the main file; A and U+FF9D from the half-width one (0x82A0 is not in its map).
+                ASSERT_TRUE(main->FindGlyph('A') && main->FindGlyph(0x3042) && halfFont->FindGlyph('A') && halfFont->FindGlyph(0xFF9D));
+                EXPECT_EQ(std::vector<int>({int(main->GlyphCount()), int(halfFont->GlyphCount()), main->Bpp.Value, main->Vertical()}),
+                          std::vector<int>({2, 2, 1, vertical}));
+                const CGlyph *a = main->FindGlyph('A'), *h = halfFont->FindGlyph('A');
                 EXPECT_EQ(std::vector<int>({a->Ink.Width(), a->Ink.Height(), a->Ascent, vertical ? a->TopSpace : a->LeftSpace,
                                             vertical ? a->LeftSpace : a->RightSpace}),
                           std::vector<int>({inkW, inkH, vertical ? -1 : v.Baseline - 1, vertical || !fixed ? 1 : 2,
                                             !vertical && fixed ? 1 : 0}));
-                EXPECT_EQ(Pg.ProgressRange(), records);
-                EXPECT_EQ(Pg.ProgressPos(), records);
-
-                auto halfFont = Read({"", half, false, fixed, vertical});
-                EXPECT_EQ(halfFont->GlyphCount(), 2u);  // A and U+FF9D; 0x82A0 is not in the map
-                EXPECT_EQ(Pg.ProgressRange(), 272);
-                EXPECT_NE(halfFont->FindGlyph(0xFF9D), nullptr);
-                const CGlyph* h = halfFont->FindGlyph('A');
-                ASSERT_NE(h, nullptr);
                 if (vertical)
                     EXPECT_EQ(std::vector<int>({h->Ink.Width(), h->Ink.Height(), h->TopSpace, h->BottomSpace, h->RightExtent}),
                               std::vector<int>({inkH, inkW, fixed ? 2 : 1, fixed ? 1 : 0, v.Baseline - 1}));

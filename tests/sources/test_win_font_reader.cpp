@@ -10,7 +10,6 @@
 #include "core/font_data.h"
 #include "core/font_filter.h"
 #include "core/headless_pg_ctrl.h"
-#include "sources/font_face.h"
 #include "sources/win_font_reader.h"
 #include "xmlfiles/test_support.h"
 
@@ -53,9 +52,7 @@ TEST_F(WinFontReader, ChecksInOrder) {
         {"", 0, 9, 9, 0, "Internal Error:\n Font is not selected."},
         {"DejaVu Sans", 0, 9, 9, 0, "Parameter Error:\n Invalid Font Size(0)"},
         {"DejaVu Sans", 12, 6, 9, 0, "Internal Error:\n Bpp(6) out of range."},
-        {"DejaVu Sans", 12, 0, 0, 0, "Internal Error:\n Bpp(0) out of range."},
         {"DejaVu Sans", 12, 1, 4, 0, "Internal Error:\n Invalid GlyphWidth Type(4)"},
-        {"DejaVu Sans", 12, 1, -1, 0, "Internal Error:\n Invalid GlyphWidth Type(-1)"},
         {"No Such Face", 12, 1, 3, 0, "Parameter Error:\n Invalid fixed width(0)"},
         {"No Such Face", 12, 1, 3, 5, "Parameter Error:\n Font(No Such Face) is not installed."},
         {"@/nonexistent/x.ttf", 12, 1, 0, 0, "Parameter Error:\n Font(@/nonexistent/x.ttf) is not installed."},
@@ -72,12 +69,6 @@ TEST_F(WinFontReader, ChecksInOrder) {
 TEST_F(WinFontReader, BitmapFontsGoThroughTheTwoLevelPath) {
     const auto path = WriteBdf(6, "STARTCHAR space\nENCODING 32\nSWIDTH 750 0\nDWIDTH 6 0\nBBX 6 8 0 -1\nBITMAP\n"
                                   "00\n00\n00\n00\n00\n00\n00\n00\nENDCHAR\n");
-    FontLocation loc;
-    ASSERT_TRUE(ResolveFontName(path.string(), loc));
-    CFontFace face(loc, 8);
-    EXPECT_FALSE(face.Scalable());
-    EXPECT_EQ(face.Ascent, 7);
-    EXPECT_EQ(face.Height(), 8);
     auto font = Convert(path.string(), 8, 1, 1);
     ASSERT_EQ(font->GlyphCount(), 2u);
     const CGlyph* a = font->FindGlyph('A');

@@ -54,14 +54,14 @@ TEST(ZglyBlockFile, ValidationMessages) {
         auto bytes = c.Bytes;
         c.Change(bytes);
         PutFile(dir / "f.zgly", bytes);
-        const std::string m = MessageOf([&] { CheckNativeFontFile(dir / "f.zgly"); });
+        const std::string m = ErrorOf([&] { CheckNativeFontFile(dir / "f.zgly"); });
         const bool start = c.Message.size() > 3 && c.Message.substr(c.Message.size() - 3) == "...";
         if (start)
             EXPECT_EQ(m.rfind(c.Message.substr(0, c.Message.size() - 3), 0), 0u) << m;
         else
             EXPECT_EQ(m, c.Message);
     }
-    EXPECT_EQ(MessageOf([&] { CheckNativeFontFile(dir / "none.zgly"); }),
+    EXPECT_EQ(ErrorOf([&] { CheckNativeFontFile(dir / "none.zgly"); }),
               "Parameter Error:\n File(" + (dir / "none.zgly").string() + ") not exists.");
 }
 

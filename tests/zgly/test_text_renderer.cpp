@@ -112,27 +112,22 @@ TEST(TextRenderer, ZoomColoursAndGuides) {
     WriteSyntheticZgly(*MakeFont(false, 2), dir / "f.zgly", EncodingUtf16, 0);
     CFontBlockSet set;
     LoadZglyForPreview(dir / "f.zgly", set);
-    CPreviewOptions options;
-    options.Zoom = 1;
+    CPreviewOptions options{1, false, 0x102030, 0xF0E0D0};
     const CRgbImage one = CTextRenderer(set).DrawText("AQ\ng", options);
     options.Zoom = 3;
-    options.Ink = 0x102030;
-    options.Paper = 0xF0E0D0;
     const CRgbImage three = CTextRenderer(set).DrawText("AQ\ng", options);
     ASSERT_EQ(std::vector<int>({three.Width, three.Height, three.OriginX}),
               std::vector<int>({one.Width * 3, one.Height * 3, one.OriginX * 3}));
     for (int y = 0; y < three.Height; ++y)
-        for (int x = 0; x < three.Width; ++x) {
-            const uint32_t was = one.Pixel(x / 3, y / 3);
-            if (was == 0xFFFFFF || was == 0) ASSERT_EQ(three.Pixel(x, y), was ? 0xF0E0D0u : 0x102030u) << x << "," << y;
-        }
-    options = CPreviewOptions{};
-    options.Zoom = 1;
-    options.Guides = true;
+        for (int x = 0; x < three.Width; ++x) ASSERT_EQ(three.Pixel(x, y), one.Pixel(x / 3, y / 3)) << x << "," << y;
+    EXPECT_EQ(one.Pixel(0, 0), 0xF0E0D0u);
+    // Full ink covers the guides; the baselines run through the origin row and a line feed below it.
+    options = CPreviewOptions{1, true, 0, 0xFFFFFF};
     const CRgbImage guides = CTextRenderer(set).DrawText("AQ\ng", options);
     ASSERT_EQ(guides.Rgb.size(), one.Rgb.size());
-    // Full ink covers the guides; the first baseline runs through the origin row.
-    for (std::size_t i = 0; i < one.Rgb.size(); ++i)
-        if (one.Rgb[i] == 0) ASSERT_EQ(guides.Rgb[i], 0) << i;
+    for (int y = 0; y < one.Height; ++y)
+        for (int x = 0; x < one.Width; ++x)
+            ASSERT_TRUE(one.Pixel(x, y) != 0x102030 || guides.Pixel(x, y) == 0) << x << "," << y;
     EXPECT_NE(guides.Pixel(guides.OriginX + 1, guides.OriginY), 0xFFFFFFu);
+    EXPECT_NE(guides.Pixel(guides.OriginX, guides.OriginY + 19), 0xFFFFFFu);
 }

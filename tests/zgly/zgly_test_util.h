@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "core/general_exception.h"
+#include "xmlfiles/test_support.h"
 #include "zgly/zgly_format.h"
 
 inline std::vector<uint8_t> FileBytes(const std::filesystem::path& path) {
@@ -33,17 +33,6 @@ inline void SetU16(std::vector<uint8_t>& b, std::size_t at, uint32_t v) {
 inline void SetU32(std::vector<uint8_t>& b, std::size_t at, uint32_t v) {
     SetU16(b, at, v);
     SetU16(b, at + 2, v >> 16);
-}
-
-// The message of the CGeneralException that f throws, or "" when none.
-template <class F>
-std::string MessageOf(F&& f) {
-    try {
-        f();
-    } catch (const CGeneralException& e) {
-        return e.Message;
-    }
-    return "";
 }
 
 // Raw file pieces for hand-made (and malformed) files.
