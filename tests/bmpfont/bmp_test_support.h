@@ -31,6 +31,42 @@ inline std::unique_ptr<CGlyph> MakeGlyph(const std::vector<uint32_t>& cell, int 
     return g;
 }
 
+// Tall, wide, descending, negatively spaced and ink-less glyphs, with ink at the
+// given pixels of an 8 x 12 source cell (turned to 12 x 8 for a vertical font).
+inline std::unique_ptr<CFontData> GridFont(int bpp, bool vertical) {
+    auto box = [](int x0, int y0, int x1, int y1) {
+        std::vector<std::pair<int, int>> out;
+        for (int y = y0; y < y1; ++y)
+            for (int x = x0; x < x1; ++x) out.emplace_back(x, y);
+        return out;
+    };
+    const struct {
+        char Code;
+        std::vector<std::pair<int, int>> Pixels;
+        int Space1, Space2;
+    } glyphs[] = {{'A', box(1, 0, 6, 9), 1, 1}, {'g', box(2, 5, 5, 12), 0, 2}, {'-', box(0, 6, 8, 7), -2, 1},
+                  {'x', {{3, 0}, {4, 11}, {0, 6}, {7, 6}}, 2, -1}, {' ', {}, 5, 0}};
+    auto font = std::make_unique<CFontData>();
+    font->Bpp.Set(bpp);
+    font->IsVertical.Set(vertical);
+    const int w = vertical ? 12 : 8, h = vertical ? 8 : 12;
+    for (int k = 0; k < 5; ++k) {
+        std::vector<uint32_t> cell(static_cast<std::size_t>(w * h), 0);
+        for (auto [x, y] : glyphs[k].Pixels) {
+            if (vertical) std::swap(x, y);
+            cell[static_cast<std::size_t>(y * w + x)] = (x + 2 * y + k) % ((1u << bpp) - 1) + 1;
+        }
+        font->AddGlyph(MakeGlyph(cell, w, h, bpp, vertical, glyphs[k].Space1, glyphs[k].Space2, vertical ? 6 : 9),
+                       static_cast<uint16_t>(glyphs[k].Code));
+    }
+    font->PrepareForOutput();
+    return font;
+}
+
+// The order of GridFont's glyphs, three cells a row.
+inline const char* const GridFontOrder =
+    "<letter-order version=\"1.0\"><body><area width=\"3\"/><order>Ag-x<sp/></order></body></letter-order>";
+
 // A little-endian BMP file written byte by byte; rows given top row first.
 struct RawBmp {
     int Width = 1, Height = 1, Bpp = 8;

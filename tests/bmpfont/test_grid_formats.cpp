@@ -100,20 +100,6 @@ void WritePngFile(const std::filesystem::path& path, const CBmpImage& pic, bool 
     ASSERT_TRUE(png_image_write_to_file(&image, path.c_str(), 0, buffer.data(), 0, nullptr)) << image.message;
 }
 
-std::unique_ptr<CFontData> Font(int bpp) {
-    auto font = std::make_unique<CFontData>();
-    font->Bpp.Set(bpp);
-    uint32_t levels = (1u << bpp) - 1;
-    for (int k = 0; k < 3; ++k) {
-        std::vector<uint32_t> cell(8 * 10, 0);
-        for (int y = 1 + k; y < 9; ++y)
-            for (int x = k; x < 7 - k; ++x) cell[static_cast<std::size_t>(y * 8 + x)] = (x + y * 3 + k) % levels + 1;
-        font->AddGlyph(MakeGlyph(cell, 8, 10, bpp, false, k, 1, 8), static_cast<uint16_t>('A' + k));
-    }
-    font->PrepareForOutput();
-    return font;
-}
-
 class GridFormats : public ::testing::Test {
 protected:
     void SetUp() override { g_pPgCtrl = &Pg; }
@@ -129,7 +115,7 @@ protected:
         return font;
     }
     void Write(const std::filesystem::path& out, CFontData& font, bool grid) {
-        CBmpFontWriter writer(out, Order, grid, 10, 12, -1, -1, 0, 0);
+        CBmpFontWriter writer(out, Order, grid, -1, -1, 0, 0, 0, 0);
         CGlyphOrder order;
         writer.LoadGlyphOrder(order);
         writer.Write(font, order);
@@ -137,9 +123,7 @@ protected:
 
     CTempDir Dir;
     CHeadlessPgCtrl Pg;
-    std::filesystem::path Order = Dir.Write("abc.xlor",
-                                            "<letter-order version=\"1.0\"><body><area width=\"2\"/>"
-                                            "<order>ABC</order></body></letter-order>");
+    std::filesystem::path Order = Dir.Write("t.xlor", GridFontOrder);
 };
 
 }  // namespace
@@ -148,10 +132,10 @@ TEST_F(GridFormats, EditorsPicturesReadAsTheirPaletteOriginal) {
     for (int bpp : {1, 2, 3, 4})
         for (bool grid : {true, false}) {
             const std::string what = "bpp " + std::to_string(bpp) + " grid " + std::to_string(grid);
-            auto font = Font(bpp);
+            auto font = GridFont(bpp, false);
             Write(Dir / "grid.bmp", *font, grid);
             auto original = Read(Dir / "grid.bmp", bpp);
-            ASSERT_EQ(original->GlyphCount(), 3u) << what;
+            ASSERT_EQ(original->GlyphCount(), 5u) << what;
             CBinaryFile file(Dir / "grid.bmp");
             CBmpImage pic;
             LoadBmp(file, pic);
