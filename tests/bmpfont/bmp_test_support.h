@@ -19,13 +19,8 @@
 inline std::unique_ptr<CGlyph> MakeGlyph(const std::vector<uint32_t>& cell, int w, int h, int bpp, bool vertical,
                                          int space1, int space2, int origin) {
     std::vector<uint8_t> packed(PackedBytes(w, h, bpp) + 1);
-    CBitWriter wr;
-    wr.Start(packed.data());
-    for (uint32_t v : cell) {
-        wr.WriteValue(bpp, v);
-        wr.MarkPending();
-    }
-    wr.Flush();
+    for (std::size_t bit = 0; bit < cell.size() * bpp; ++bit)
+        packed[bit / 8] |= static_cast<uint8_t>(((cell[bit / bpp] >> (bpp - 1 - bit % bpp)) & 1) << (7 - bit % 8));
     auto g = std::make_unique<CGlyph>();
     g->SetFromCell(packed.data(), w, h, bpp, vertical, space1, space2, origin);
     return g;
@@ -128,7 +123,7 @@ struct GridBytes {
     std::string Data;
 };
 
-// A front end that runs a conversion without a window (the robustness tests').
+// A front end that runs a conversion without a window.
 class CTestFrontEnd : public CConversionFrontEnd {
 public:
     void BeginRun() override {}
@@ -140,8 +135,8 @@ public:
     std::string CommitFilterPath() override { return FilterPath; }
     std::unique_ptr<CFontReader> CreateReader() override { return MakeReader(); }
     std::unique_ptr<CFontWriter> CreateWriter() override { return MakeWriter(); }
-    void CommitInputHistory() override {}
-    void CommitOutputHistory() override {}
+    void CommitInputHistory() override { ++Commits; }
+    void CommitOutputHistory() override { ++Commits; }
     void ClearMessages() override { Errors.clear(); }
     void AppendError(const std::string& text) override { Errors.push_back(text); }
     void ShowMessages() override { Shown = true; }
@@ -154,4 +149,5 @@ public:
     std::string FilterPath;
     std::vector<std::string> Errors;
     bool Shown = false;
+    int Commits = 0;
 };

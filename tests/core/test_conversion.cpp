@@ -8,7 +8,7 @@
 #include "core/font_filter.h"
 #include "core/glyph_order.h"
 #include "core/headless_pg_ctrl.h"
-#include "core/general_exception.h"
+#include "bmpfont/bmp_test_support.h"
 
 // The table below names only the fields a run changes.
 #pragma GCC diagnostic ignored "-Wmissing-field-initializers"
@@ -71,42 +71,6 @@ public:
     Script& S;
 };
 
-// What the window would show; warnings land in its message window.
-class CTestFrontEnd : public CConversionFrontEnd, public CHeadlessPgCtrl {
-public:
-    explicit CTestFrontEnd(Script& s) : S(s) {}
-    void BeginRun() override {}
-    void LockControls() override {}
-    void UnlockControls() override {}
-    void EndRun() override {}
-    bool UseFilter() override { return false; }
-    std::string FilterPathText() override { return ""; }
-    std::string CommitFilterPath() override { return ""; }
-    std::unique_ptr<CFontReader> CreateReader() override { return std::make_unique<CTestReader>(S); }
-    std::unique_ptr<CFontWriter> CreateWriter() override {
-        if (!S.CreateWriterError.empty()) throw CGeneralException(S.CreateWriterError);
-        return std::make_unique<CTestWriter>(S);
-    }
-    void CommitInputHistory() override { ++Commits; }
-    void CommitOutputHistory() override { ++Commits; }
-    void ClearMessages() override { Text.clear(); }
-    void AppendError(const std::string& text) override { Text += text; }
-    void ShowMessages() override { Shown = true; }
-    bool MessagesShown() override { return Shown; }
-    bool MessagesHaveText() override { return !Text.empty(); }
-    void CloseMessages() override { Shown = false; }
-    void AddWarning(const std::string& text) override {
-        CHeadlessPgCtrl::AddWarning(text);
-        Text += text;
-        Shown = true;
-    }
-
-    bool Shown = false;
-    std::string Text;
-    int Commits = 0;
-    Script& S;
-};
-
 }  // namespace
 
 TEST(Conversion, OutcomesStatusesAndMessages) {
@@ -116,7 +80,7 @@ TEST(Conversion, OutcomesStatusesAndMessages) {
         Script Run;
         int CancelAt;
         O Outcome;
-        std::string Text;  // the message window's text afterwards
+        std::string Error;  // the message window's text afterwards
         std::vector<std::string> Statuses;
         std::vector<uint16_t> Written;
     } cases[] = {
@@ -124,7 +88,7 @@ TEST(Conversion, OutcomesStatusesAndMessages) {
          {" Prepairing...", " Order Loading...", " Reading Test...", " Writing Test...", " Finish"}, {'A', 'B', 'C'}},
         // A writer's glyph order limits the characters read, without a filter file.
         {"order", {.OrderCodes = {'C', NoCode, 'A', 'Z'}}, 0, O::Finished, "", {}, {'A', 'C'}},
-        {"warning", {.Warning = "odd glyph 100%"}, 0, O::Finished, "odd glyph 100%", {}, {'A', 'B', 'C'}},
+        {"warning", {.Warning = "odd glyph 100%"}, 0, O::Finished, "", {}, {'A', 'B', 'C'}},
         {"reader check", {.ReaderCheckError = "Parameter Error:\n Font size(0)."}, 0, O::Failed,
          "Parameter Error:\n Font size(0).", {" Prepairing...", " Convert Error"}, {}},
         {"writer check", {.WriterCheckError = "Parameter Error:\n Bad alt."}, 0, O::Failed, "Parameter Error:\n Bad alt.", {}, {}},
@@ -135,21 +99,28 @@ TEST(Conversion, OutcomesStatusesAndMessages) {
     };
     for (const auto& c : cases) {
         Script s = c.Run;
-        CTestFrontEnd ui(s);
-        if (c.CancelAt) ui.CancelAtVisibleStep(c.CancelAt);
-        EXPECT_EQ(RunConversion(ui, ui), c.Outcome) << c.Name;
-        EXPECT_EQ(ui.Text, c.Text) << c.Name;
-        EXPECT_EQ(ui.Shown, !c.Text.empty()) << c.Name;
+        CTestFrontEnd ui;
+        CHeadlessPgCtrl pg;
+        ui.MakeReader = [&] { return std::make_unique<CTestReader>(s); };
+        ui.MakeWriter = [&] {
+            if (!s.CreateWriterError.empty()) throw CGeneralException(s.CreateWriterError);
+            return std::make_unique<CTestWriter>(s);
+        };
+        if (c.CancelAt) pg.CancelAtVisibleStep(c.CancelAt);
+        EXPECT_EQ(RunConversion(ui, pg), c.Outcome) << c.Name;
+        EXPECT_EQ(ui.Errors, c.Error.empty() ? std::vector<std::string>{} : std::vector<std::string>{c.Error}) << c.Name;
+        EXPECT_EQ(ui.Shown, !c.Error.empty()) << c.Name;
+        EXPECT_EQ(pg.Warnings, s.Warning.empty() ? std::vector<std::string>{} : std::vector<std::string>{s.Warning});
         if (!c.Statuses.empty()) {
-            EXPECT_EQ(ui.Statuses, c.Statuses) << c.Name;
+            EXPECT_EQ(pg.Statuses, c.Statuses) << c.Name;
         }
         const bool finished = c.Outcome == O::Finished;
-        EXPECT_EQ(ui.Statuses.back(), finished ? " Finish" : c.Outcome == O::Failed ? " Convert Error" : " Canceled")
+        EXPECT_EQ(pg.Statuses.back(), finished ? " Finish" : c.Outcome == O::Failed ? " Convert Error" : " Canceled")
             << c.Name;
         EXPECT_EQ(s.Written, c.Written) << c.Name;
         EXPECT_EQ(ui.Commits, finished ? 2 : 0) << c.Name;  // the histories keep only paths that worked
         // Parameter errors come before reading.
         EXPECT_EQ(s.Read, finished || c.CancelAt || s.Codes.empty() || s.ReaderThrowsLibraryError) << c.Name;
-        EXPECT_TRUE(ui.ProgressPos() == 0 && g_pPgCtrl == nullptr) << c.Name;
+        EXPECT_TRUE(pg.ProgressPos() == 0 && g_pPgCtrl == nullptr) << c.Name;
     }
 }

@@ -64,32 +64,3 @@ TEST(ZglyBlockFile, ValidationMessages) {
     EXPECT_EQ(ErrorOf([&] { CheckNativeFontFile(dir / "none.zgly"); }),
               "Parameter Error:\n File(" + (dir / "none.zgly").string() + ") not exists.");
 }
-
-TEST(ZglyBlockFile, LookupsFollowTheChain) {
-    CFontBlockSet set;
-    auto add = [&](uint32_t tag, const std::vector<uint8_t>& c) {
-        set.AddBlock(tag, c.data(), static_cast<uint32_t>(c.size()));
-    };
-    add(TagFINF, Finf());
-    add(TagCGLP, Cglp(1, 4));
-    add(TagCWDH, {1, 0, 2, 0, 0, 0, 0, 0, 0xFF, 2, 3, 1, 1, 1});
-    add(TagCMAP, Cmap(0x20, 0x7E, 0, {0}));
-    std::vector<uint16_t> table(16, 0xFFFF);
-    table[1] = 2;
-    add(TagCMAP, Cmap(0x100, 0x10F, 1, table));
-    add(TagCMAP, Cmap(0, 0xFFFF, 2, {3, 0x101, 3, 0x200, 1, 0x300, 2}));
-    for (bool indexed : {false, true}) {
-        if (indexed) set.Validate();
-        // The first block holding a code decides: the table for 0x102, not the scan block.
-        const std::pair<uint16_t, uint16_t> lookups[] = {{0x41, 33}, {0x101, 2}, {0x102, 0xFFFF}, {0x200, 1},
-                                                         {0x300, 2}, {0x301, 0xFFFF}};
-        for (auto [code, glyph] : lookups) EXPECT_EQ(set.FindGlyphIndex(code), glyph) << code;
-        EXPECT_EQ(set.GetCharWidths(1).Left, -1);
-        EXPECT_EQ(set.GetCharWidths(2).CharWidth, 1);
-        EXPECT_EQ(set.GetCharWidths(0).GlyphWidth, 4);  // FINF defaults
-        EXPECT_EQ(set.GetCharWidths(3).CharWidth, 6);
-    }
-    EXPECT_EQ(set.CellCount(), 4u);
-    EXPECT_NE(set.GetCellBits(3), nullptr);
-    EXPECT_EQ(set.GetCellBits(4), nullptr);
-}
