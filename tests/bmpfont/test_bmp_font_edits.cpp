@@ -2,15 +2,12 @@
 #include <gtest/gtest.h>
 
 #include "bmp_test_support.h"
-#include "bmpfont/bmp_file.h"
 #include "bmpfont/bmp_font_reader.h"
 #include "bmpfont/bmp_font_writer.h"
 #include "bmpfont/grid_template.h"
-#include "core/bmp_image.h"
 #include "core/font_filter.h"
 #include "core/glyph_order.h"
 #include "core/headless_pg_ctrl.h"
-#include "zgly/binary_file.h"
 
 namespace {
 
@@ -89,6 +86,11 @@ protected:
 TEST_F(BmpFontEdits, HandEditsReadBackWithTheirWarnings) {
     EXPECT_EQ(ReadBack()->FindGlyph('A')->RightSpace, 1);
     GridBytes grid(Bmp);
+    // White, two greys, black, the grid colour, then black; the marks white in the black border:
+    // the baseline at offset 1 + baseline 5 + 2, the width lines at cell height 10 + 3.
+    const std::pair<int, uint32_t> palette[] = {{0, 0xFFFFFF}, {1, 0xAAAAAA}, {2, 0x555555}, {3, 0}, {4, 0x99AA99}, {5, 0}, {255, 0}};
+    for (auto [i, rgb] : palette) EXPECT_EQ(grid.Field(54 + 4 * i), rgb) << i;
+    for (int y = 0; y < 16; ++y) EXPECT_EQ(grid.At(0, y), y == 8 || y == 13 ? 0 : 3) << y;
     // B redrawn as a 2 x 2 block of level 1 in its area (columns 14..21, rows 2..11).
     for (int y = 2; y < 12; ++y)
         for (int x = 14; x < 22; ++x) grid.At(x, y) = static_cast<char>(y >= 6 && y < 8 && x >= 16 && x < 18);
@@ -114,19 +116,6 @@ TEST_F(BmpFontEdits, HandEditsReadBackWithTheirWarnings) {
                                "More than one color detected in margin area at (30,8).",
                                "BMP position (42, 8) is <null/> in " + Order.string() +
                                    ", but the cell include non-white color."}));
-}
-
-TEST_F(BmpFontEdits, PaletteAndMarks) {
-    CBinaryFile file(Bmp);
-    CBmpImage pic;
-    LoadBmp(file, pic);
-    // White, two greys, black, the grid colour, then black.
-    EXPECT_EQ(std::vector<uint32_t>(pic.Palette.begin(), pic.Palette.begin() + 6),
-              (std::vector<uint32_t>{0xFFFFFF, 0xAAAAAA, 0x555555, 0, 0x99AA99, 0}));
-    EXPECT_EQ(pic.Palette[255], 0u);
-    // The marks, white in the black border: baseline at offset 1 + baseline 5 + 2,
-    // width lines at cell height 10 + 3.
-    for (int y = 0; y < 16; ++y) EXPECT_EQ(pic.GetPixel(0, y), y == 8 || y == 13 ? 0u : 3u) << y;
 }
 
 // Palette index 0 stands for the white index's level; a second white among the

@@ -9,39 +9,7 @@
 
 namespace {
 
-std::vector<int> Spaces(const CGlyph& g) { return {g.LeftSpace, g.RightSpace, g.TopSpace, g.BottomSpace}; }
 std::vector<int> Box(const InkBox& b) { return {b.X0, b.Y0, b.X1, b.Y1}; }
-
-// One ink run of two pixels in a line of six, laid out across (horizontal) or
-// down (vertical): the margins before and after set the spaces.
-TEST(GlyphBuilders, MarginsSetSpaces) {
-    const struct {
-        bool Vertical, Blank;
-        int Before, After;
-        std::vector<int> Spaces;
-    } cases[] = {
-        {false, false, 1, 1, {1, 1, 0, 0}}, {false, false, 6, 0, {-2, 0, 0, 0}},  // before = width: advance 0
-        {false, true, 6, 0, {0, 0, 0, 0}},  {false, true, 1, 2, {3, 0, 0, 0}},
-        {true, false, 1, 2, {0, 0, 0, 1}},  {true, false, 6, 0, {0, 0, -2, 0}},
-        {true, true, 6, 3, {0, 0, 0, 0}},   {true, true, 1, 2, {0, 0, 3, 0}}};
-    for (const auto& c : cases) {
-        // Horizontal 6 x 1 with ink in columns 2-3; vertical 1 x 6 with ink in rows 1-2.
-        const uint8_t cell = c.Blank ? 0x00 : c.Vertical ? 0x60 : 0x30;
-        CGlyph g;
-        g.SetFromCellWithMargins(&cell, c.Vertical ? 1 : 6, c.Vertical ? 6 : 1, 1, c.Vertical, c.Before, c.After, 1);
-        EXPECT_EQ(Spaces(g), c.Spaces) << c.Vertical << c.Blank << " " << c.Before << "," << c.After;
-        if (!c.Blank && c.Before == 1) EXPECT_EQ(c.Vertical ? g.Ascent : g.RightExtent, c.Vertical ? -1 : 2);
-    }
-    // A blank trimmed cell keeps its advance: across, or down.
-    const std::vector<uint8_t> blank(3, 0);  // 4 x 3 at 2 bits
-    for (bool vertical : {false, true}) {
-        CGlyph e;
-        e.SetFromCellTrimmed(blank.data(), 4, 3, 2, vertical, 2);
-        EXPECT_EQ(Box(e.Ink), (std::vector<int>{0, 0, 0, 0}));
-        EXPECT_TRUE(e.Pixels.empty());
-        EXPECT_EQ(Spaces(e), vertical ? (std::vector<int>{0, 0, 0, 3}) : (std::vector<int>{0, 4, 0, 0}));
-    }
-}
 
 TEST(GlyphBuilders, CropAndRenderKeepTheOrigin) {
     // 5 x 4 at 3 bits, ink in columns 1-3, rows 1-2, cut as a vertical glyph with its reference column 2.

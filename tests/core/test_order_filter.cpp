@@ -1,9 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "core/font_data.h"
 #include "core/font_filter.h"
 #include "core/glyph_order.h"
-#include "core/headless_pg_ctrl.h"
 
 namespace {
 
@@ -45,7 +43,7 @@ TEST(GlyphOrder, GetCodeBounds) {
     for (const auto& c : cells) EXPECT_EQ(order.GetCode(c.X, c.Y), c.Code) << c.X << "," << c.Y;
 }
 
-TEST(FontFilter, RestrictedToTheOrdersCellsAndReportsMissingLetters) {
+TEST(FontFilter, RestrictedToTheOrdersCells) {
     CFontFilter filter;
     EXPECT_FALSE(filter.IsExcluded('A'));
     filter.RestrictToOrder(CGlyphOrder{});  // unloaded order: nothing to take
@@ -65,16 +63,4 @@ TEST(FontFilter, RestrictedToTheOrdersCellsAndReportsMissingLetters) {
     EXPECT_EQ(Letters(loaded), (std::vector<uint16_t>{' ', 'A'}));
     EXPECT_EQ(loaded.Letters.size(), 2u);  // entries removed, not just cleared
     EXPECT_TRUE(loaded.IsExcluded('C'));
-
-    CHeadlessPgCtrl pg;
-    g_pPgCtrl = &pg;
-    CFontData font;
-    font.AddGlyph(std::make_unique<CGlyph>(), 'A');
-    auto wanted = LoadedFilter({0x3042, 'A', ' '});
-    wanted.Letters['B'] = false;  // not included: no warning
-    wanted.ReportMissingLetters(font);
-    g_pPgCtrl = nullptr;
-    EXPECT_EQ(pg.Warnings, (std::vector<std::string>{
-                               "A char (' ': U+0020) included in the Filter is not include in the INPUT font.",
-                               "A char ('\u3042': U+3042) included in the Filter is not include in the INPUT font."}));
 }

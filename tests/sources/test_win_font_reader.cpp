@@ -51,8 +51,6 @@ TEST_F(WinFontReader, ChecksInOrder) {
     } cases[] = {
         {"", 0, 9, 9, 0, "Internal Error:\n Font is not selected."},
         {"DejaVu Sans", 0, 9, 9, 0, "Parameter Error:\n Invalid Font Size(0)"},
-        {"DejaVu Sans", 12, 6, 9, 0, "Internal Error:\n Bpp(6) out of range."},
-        {"DejaVu Sans", 12, 1, 4, 0, "Internal Error:\n Invalid GlyphWidth Type(4)"},
         {"No Such Face", 12, 1, 3, 0, "Parameter Error:\n Invalid fixed width(0)"},
         {"No Such Face", 12, 1, 3, 5, "Parameter Error:\n Font(No Such Face) is not installed."},
         {"@/nonexistent/x.ttf", 12, 1, 0, 0, "Parameter Error:\n Font(@/nonexistent/x.ttf) is not installed."},
