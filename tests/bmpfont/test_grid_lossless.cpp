@@ -48,9 +48,8 @@ TEST(GridLossless, EveryCellModeReadsBackWithItsOrigins) {
         for (int bpp : {1, 2, 4})
             for (bool grid : {true, false})
                 for (const auto& m : modes) {
-                    const std::string what = "v" + std::to_string(vertical) + " bpp" + std::to_string(bpp) + " grid" +
-                                             std::to_string(grid) + " cell " + std::to_string(m[0]) + "x" +
-                                             std::to_string(m[1]) + " at " + std::to_string(m[2]) + "," + std::to_string(m[3]);
+                    const std::string what = FormatString("v%d bpp%d grid%d cell %dx%d at %d,%d", vertical, bpp, grid, m[0],
+                                                          m[1], m[2], m[3]);
                     auto font = GridFont(bpp, vertical);
                     CBmpFontWriter writer(dir / "t.bmp", order, grid, m[0], m[1], m[2], m[3], m[4], m[5]);
                     CGlyphOrder o;

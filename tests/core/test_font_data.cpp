@@ -68,19 +68,6 @@ TEST(FontData, PrepareDerivesCellFromInkAndKeepsReaderValues) {
     font.PrepareForOutput();
     EXPECT_EQ(font.Baseline.Value, 4);  // from RightExtent
 
-    // Values a reader set stay; ink-less fonts get zero cells.
-    CFontData blank;
-    blank.Bpp.Set(1);
-    blank.LineHeight.Set(17);
-    blank.DefaultWidth.Set(CharWidths{-1, 3, 9});
-    blank.AddGlyph(Glyph(0, 0, 0, 3, 4), ' ');
-    blank.AddGlyph(Glyph(0, 0, 0, -5, 1), 0x3000);
-    blank.PrepareForOutput();
-    EXPECT_EQ(std::vector<int>({blank.Baseline.Value, blank.CellWidth.Value, blank.CellHeight.Value,
-                                blank.MaxCharWidth.Value, blank.LineHeight.Value, blank.DefaultWidth.Value.Left,
-                                blank.DefaultWidth.Value.CharWidth}),
-              std::vector<int>({0, 0, 0, 7, 17, -1, 9}));
-
     // The depth's range edges.
     font.Bpp = {};
     EXPECT_EQ(ErrorOf([&] { font.PrepareForOutput(); }), "Internal Error:\n Bits Per Pixel(0) is not specified");

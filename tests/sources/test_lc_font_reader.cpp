@@ -2,13 +2,9 @@
 // fixed and proportional glyphs, vertical turning, and the check order.
 #include <gtest/gtest.h>
 
-#include <unistd.h>
-
-#include <fstream>
-
 #include "core/font_data.h"
 #include "core/font_filter.h"
-#include "core/general_exception.h"
+#include "xmlfiles/test_support.h"
 #include "core/headless_pg_ctrl.h"
 #include "sources/lc_font_reader.h"
 
@@ -30,31 +26,22 @@ struct Record {
 
 class LcFontReader : public testing::Test {
 protected:
-    void SetUp() override {
-        g_pPgCtrl = &Pg;
-        std::filesystem::create_directories(Dir);
-    }
-    void TearDown() override {
-        g_pPgCtrl = nullptr;
-        std::filesystem::remove_all(Dir);
-    }
+    void SetUp() override { g_pPgCtrl = &Pg; }
+    void TearDown() override { g_pPgCtrl = nullptr; }
     std::filesystem::path Write(const std::string& name, const Variant& v, const std::vector<Record>& records, int extra = 0) {
-        std::vector<uint8_t> bytes;
+        std::string bytes;
         for (int i = 0; i < v.FileSize / (2 + v.Height * v.RowBytes); ++i) {
             const Record r = i < static_cast<int>(records.size()) ? records[i] : Record{0xFFFF, 0, 0};
-            bytes.push_back(static_cast<uint8_t>(r.Code >> 8));
-            bytes.push_back(static_cast<uint8_t>(r.Code & 0xFF));
+            bytes += {static_cast<char>(r.Code >> 8), static_cast<char>(r.Code & 0xFF)};
             for (int y = 0; y < v.Height; ++y)
                 for (int k = 0; k < v.RowBytes; ++k) {
                     uint8_t b = 0;
                     for (int x = k * 8; x < k * 8 + 8; ++x)
                         if (y >= 1 && y < v.Baseline && ((x >= r.X0 && x < r.X1) || x >= v.Width)) b |= 0x80 >> (x % 8);
-                    bytes.push_back(b);
+                    bytes += static_cast<char>(b);
                 }
         }
-        bytes.resize(bytes.size() + extra, 0);
-        std::ofstream(Dir / name, std::ios::binary).write(reinterpret_cast<const char*>(bytes.data()), bytes.size());
-        return Dir / name;
+        return Dir.Write(name, bytes + std::string(extra, '\0'));
     }
     std::unique_ptr<CFontData> Read(CLcFontReader reader, const CFontFilter& filter = {}) {
         reader.CheckParameters();
@@ -64,7 +51,7 @@ protected:
     }
 
     CHeadlessPgCtrl Pg;
-    std::filesystem::path Dir = std::filesystem::temp_directory_path() / ("gw_lc_" + std::to_string(getpid()));
+    CTempDir Dir;
 };
 
 }  // namespace
@@ -123,13 +110,6 @@ TEST_F(LcFontReader, DefaultMappingWinsFilterAppliesAndChecksComeFirst) {
                   {main, bad, "Parameter Error:\n Input file(" + bad.string() + ") is not LC Font file."},
                   {Dir / "missing.dat", "", "Can not open a file (" + (Dir / "missing.dat").string() + ")."},
                   {main, "", ""}};
-    for (const auto& c : checks) {
-        std::string got;
-        try {
-            CLcFontReader(c.Main, c.Half, false, false, false).CheckParameters();
-        } catch (const CGeneralException& e) {
-            got = e.Message;
-        }
-        EXPECT_EQ(got, c.Message);
-    }
+    for (const auto& c : checks)
+        EXPECT_EQ(ErrorOf([&] { CLcFontReader(c.Main, c.Half, false, false, false).CheckParameters(); }), c.Message);
 }
