@@ -141,7 +141,6 @@ TEST_F(GridFormats, EditorsPicturesReadAsTheirPaletteOriginal) {
             LoadBmp(file, pic);
 
             std::vector<std::pair<std::string, std::string>> variants = {{"24.bmp", TrueColor(pic, 24, false)},
-                                                                         {"32.bmp", TrueColor(pic, 32, false)},
                                                                          {"32a.bmp", TrueColor(pic, 32, true)},
                                                                          {"rle8.bmp", RunLength(pic, false)}};
             if (bpp <= 3) variants.push_back({"rle4.bmp", RunLength(pic, true)});

@@ -4,6 +4,8 @@
 
 #include "core/headless_pg_ctrl.h"
 #include "xmlfiles/test_support.h"
+#include <filesystem>
+#include "core/general_exception.h"
 
 namespace {
 
@@ -76,4 +78,20 @@ TEST(FontData, PrepareDerivesCellFromInkAndKeepsReaderValues) {
         EXPECT_EQ(ErrorOf([&] { font.PrepareForOutput(); }),
                   bpp == 1 || bpp == 8 ? "" : FormatString("Internal Error:\n Bits Per Pixel(%d) is out of range", bpp));
     }
+}
+
+TEST(FormatString, ConversionsAndTheCutAt1023Characters) {
+    EXPECT_EQ(FormatString("%s|%s", "x", std::filesystem::path("/tmp/f.xlor")), "x|/tmp/f.xlor");
+    EXPECT_EQ(FormatString("(%d,%d)", -3, 12), "(-3,12)");
+    EXPECT_EQ(FormatString("'%c': U+%04X", u'\u3042', 0x3042), "'\u3042': U+3042");
+    EXPECT_EQ(FormatString("100%% %d", 5), "100% 5");
+    // A '%' inside an argument is shown as it stands.
+    EXPECT_EQ(FormatString("(%s).", std::string("50%d%s.bmp")), "(50%d%s.bmp).");
+
+    EXPECT_EQ(FormatString("%s", std::string(2000, 'x')).size(), 1023u);
+    const std::string exact(1023, 'y');
+    EXPECT_EQ(FormatString("%s", exact), exact);
+    std::string kana;
+    for (int i = 0; i < 1500; ++i) kana += "\u3042";
+    EXPECT_EQ(FormatString("a%s", kana), "a" + kana.substr(0, 1022 * 3));  // never inside a character
 }

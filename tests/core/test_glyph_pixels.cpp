@@ -24,10 +24,6 @@ TEST(GlyphBuilders, CropAndRenderKeepTheOrigin) {
     std::vector<uint32_t> expect(35, 0);
     expect[2 * 7 + 2] = 7, expect[2 * 7 + 4] = 5, expect[3 * 7 + 3] = 3;
     EXPECT_EQ(UnpackRef(big, 35, 3), expect);
-    // An empty glyph clears its cell and nothing past it.
-    std::vector<uint8_t> blank(PackedBytes(3, 3, 2) + 1, 0xAA);
-    RenderToCell(CGlyph(), blank.data(), 3, 3, 2, 2, 2);
-    EXPECT_EQ(blank, (std::vector<uint8_t>{0, 0, 0, 0xAA}));
 }
 
 TEST(PackedImage, TurnsCopiesAndFindsInk) {

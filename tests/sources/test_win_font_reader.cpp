@@ -1,19 +1,41 @@
-// Installed fonts through FreeType: parameter checks and the paths of bitmap
-// fonts and flat renderings. The rendered pixels are compared with reference
+// Installed fonts through FreeType: parameter checks, bitmap fonts and their
+// strikes, and flat renderings. The rendered pixels are compared with reference
 // files in the command-line tests.
 #include <gtest/gtest.h>
 
-#include <unistd.h>
+#include <algorithm>
+#include <sstream>
 
-#include <fstream>
+#include <fontconfig/fontconfig.h>
 
 #include "core/font_data.h"
 #include "core/font_filter.h"
 #include "core/headless_pg_ctrl.h"
+#include "sources/font_catalog.h"
 #include "sources/win_font_reader.h"
 #include "xmlfiles/test_support.h"
 
 namespace {
+
+// One file of a bitmap family shipped one file per size: "A" is a solid block
+// half the size wide and the size tall, so its ink tells which file was read.
+std::string Strike(int px) {
+    const int width = px / 2;
+    std::ostringstream out;
+    out << "STARTFONT 2.1\nFONT -gw-GwStrikes-medium-r-normal--" << px << "-" << px * 10 << "-75-75-c-" << width * 10
+        << "-iso10646-1\nSIZE " << px << " 75 75\nFONTBOUNDINGBOX " << width << " " << px
+        << " 0 -2\nSTARTPROPERTIES 6\nFAMILY_NAME \"GwStrikes\"\nPIXEL_SIZE " << px << "\nFONT_ASCENT " << px - 2
+        << "\nFONT_DESCENT 2\nCHARSET_REGISTRY \"ISO10646\"\nCHARSET_ENCODING \"1\"\nENDPROPERTIES\nCHARS 1\n"
+        << "STARTCHAR A\nENCODING 65\nSWIDTH 500 0\nDWIDTH " << width << " 0\nBBX " << width << " " << px << " 0 -2\nBITMAP\n";
+    for (int y = 0; y < px; ++y) out << (px == 16 ? "FF" : px == 12 ? "FC" : "F0") << "\n";
+    out << "ENDCHAR\nENDFONT\n";
+    return out.str();
+}
+
+std::string Lower(std::string s) {
+    for (char& c : s) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    return s;
+}
 
 class WinFontReader : public testing::Test {
 protected:
@@ -49,7 +71,6 @@ TEST_F(WinFontReader, ChecksInOrder) {
         int Size, Bpp, WidthType, Fixed;
         std::string Message;
     } cases[] = {
-        {"", 0, 9, 9, 0, "Internal Error:\n Font is not selected."},
         {"DejaVu Sans", 0, 9, 9, 0, "Parameter Error:\n Invalid Font Size(0)"},
         {"No Such Face", 12, 1, 3, 0, "Parameter Error:\n Invalid fixed width(0)"},
         {"No Such Face", 12, 1, 3, 5, "Parameter Error:\n Font(No Such Face) is not installed."},
@@ -92,4 +113,44 @@ TEST_F(WinFontReader, SoftAntiAliasingOfAFlatRendering) {
     auto font = Convert("IPAGothic", -4, 4, 0, CFontFilter{false, {{0x203E, true}}});
     ASSERT_EQ(font->GlyphCount(), 1u);
     EXPECT_TRUE(font->FindGlyph(0x203E)->Pixels.empty());
+}
+
+// The installed list shows bitmap families once with their sizes; of a family that ships
+// one file per size, the file whose strike is the chosen size is read, at 2 levels.
+TEST_F(WinFontReader, BitmapStrikesListedAndChosenBySize) {
+    ASSERT_TRUE(FcInit());
+    for (int px : {8, 12, 16}) {
+        const auto file = Dir.Write("strike" + std::to_string(px) + ".bdf", Strike(px));
+        ASSERT_TRUE(FcConfigAppFontAddFile(nullptr, reinterpret_cast<const FcChar8*>(file.c_str())));
+    }
+    // The list: families once, sorted without case, with bitmap sizes.
+    const auto faces = ListInstalledFaces();
+    auto family = [&](const std::string& name) {
+        return std::find_if(faces.begin(), faces.end(), [&](const FontFaceInfo& f) { return f.Family == name; });
+    };
+    ASSERT_NE(family("GwStrikes"), faces.end());
+    EXPECT_FALSE(family("GwStrikes")->Scalable);
+    EXPECT_EQ(family("GwStrikes")->PixelSizes, (std::vector<int>{8, 12, 16}));
+    EXPECT_EQ(std::count_if(faces.begin(), faces.end(), [](const FontFaceInfo& f) { return f.Family == "DejaVu Sans"; }), 1);
+    EXPECT_TRUE(std::is_sorted(faces.begin(), faces.end(), [](const FontFaceInfo& a, const FontFaceInfo& b) {
+        return Lower(a.Family) < Lower(b.Family);
+    }));
+
+    // {size, levels asked, ink width, ink height}: cell heights, an em height (negative),
+    // the nearest strike for a size between two, and more levels than the face has.
+    const int cases[][4] = {{8, 1, 4, 8}, {12, 1, 6, 12}, {16, 1, 8, 16}, {-12, 1, 6, 12}, {15, 1, 8, 16},
+                            {12, 4, 6, 12}, {16, 3, 8, 16}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::Message() << "size " << c[0] << " bpp " << c[1]);
+        CWinFontReader reader("GwStrikes", c[0], c[1], 0, 0, false);
+        reader.CheckParameters();
+        CFontData font;
+        reader.Read(font, CFontFilter{});
+        EXPECT_EQ(font.Bpp.Value, 1);
+        const CGlyph* a = font.FindGlyph('A');
+        ASSERT_NE(a, nullptr);
+        EXPECT_EQ(a->Ink.Width(), c[2]);
+        EXPECT_EQ(a->Ink.Height(), c[3]);
+        EXPECT_EQ(*std::min_element(a->Pixels.begin(), a->Pixels.end()), 1);  // solid, full ink at 1 bpp
+    }
 }

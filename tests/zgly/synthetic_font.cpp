@@ -1,8 +1,5 @@
 #include "synthetic_font.h"
 
-#include <atomic>
-#include <unistd.h>
-
 #include "core/bit_stream.h"
 #include "core/font_filter.h"
 #include "core/glyph_order.h"
@@ -93,17 +90,4 @@ std::unique_ptr<CFontData> ReadZgly(const std::filesystem::path& path, CPgCtrl* 
     auto font = std::make_unique<CFontData>();
     reader.Read(*font, CFontFilter());
     return font;
-}
-
-CScratchDir::CScratchDir() {
-    static std::atomic<int> counter{0};
-    Dir = std::filesystem::temp_directory_path() /
-          ("glyphwright-" + std::to_string(::getpid()) + "-" + std::to_string(counter++));
-    std::filesystem::remove_all(Dir);
-    std::filesystem::create_directories(Dir);
-}
-
-CScratchDir::~CScratchDir() {
-    std::error_code ec;
-    std::filesystem::remove_all(Dir, ec);
 }

@@ -64,10 +64,6 @@ TEST(ZglyReader, WhatTheFileLacksOrCannotSay) {
                                "Glyph width(=4) of glyph 0 is wider than the cell(=2); the cell width is used.",
                                "Glyph width(=4) of glyph 1 is wider than the cell(=2); the cell width is used."}));
 
-    PutFile(dir / "far.zgly", File({Block(TagFINF, Finf()), Block(TagCGLP, Cglp(1, 2)),
-                                    Block(TagCMAP, Cmap(0x41, 0x43, MethodTable, {0, 0xFFFF, 5}))}));
-    EXPECT_EQ(ErrorOf([&] { ReadZgly(dir / "far.zgly"); }),
-              "ZGLY File Error:\n Glyph index(=5) of code 0x0043 is beyond the glyph cells(=2)");
     PutFile(dir / "lead.zgly", File({Block(TagFINF, Finf(EncodingShiftJis)), Block(TagCGLP, Cglp(1, 1)),
                                      Block(TagCMAP, Cmap(0, 0xFFFF, MethodScan, {1, 0x82, 0}))}));
     pg.Warnings.clear();
