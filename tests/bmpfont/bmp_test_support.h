@@ -1,6 +1,7 @@
 // Test glyphs and hand-made BMP files for the glyph-grid tests.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <functional>
 #include <fstream>
@@ -9,7 +10,9 @@
 #include <string>
 #include <vector>
 
+#include "bmpfont/bmp_font_writer.h"
 #include "core/bit_stream.h"
+#include "core/glyph_order.h"
 #include "core/conversion.h"
 #include "core/font_data.h"
 #include "glyph_compare.h"
@@ -61,6 +64,17 @@ inline std::unique_ptr<CFontData> GridFont(int bpp, bool vertical) {
 // The order of GridFont's glyphs, three cells a row.
 inline const char* const GridFontOrder =
     "<letter-order version=\"1.0\"><body><area width=\"3\"/><order>Ag-x<sp/></order></body></letter-order>";
+
+// Writes the font as a glyph grid with the writer's cell settings {width, height,
+// offset left, top, margin right, bottom}; the order the writer loaded.
+inline CGlyphOrder WriteGridPicture(CFontData& font, const std::filesystem::path& out, const std::filesystem::path& order,
+                                    bool grid, const std::array<int, 6>& m) {
+    CBmpFontWriter writer(out, order, grid, m[0], m[1], m[2], m[3], m[4], m[5]);
+    CGlyphOrder o;
+    writer.LoadGlyphOrder(o);
+    writer.Write(font, o);
+    return o;
+}
 
 // A little-endian BMP file written byte by byte; rows given top row first.
 struct RawBmp {

@@ -114,12 +114,6 @@ protected:
         EXPECT_EQ(Pg.Warnings, std::vector<std::string>{}) << picture;
         return font;
     }
-    void Write(const std::filesystem::path& out, CFontData& font, bool grid) {
-        CBmpFontWriter writer(out, Order, grid, -1, -1, 0, 0, 0, 0);
-        CGlyphOrder order;
-        writer.LoadGlyphOrder(order);
-        writer.Write(font, order);
-    }
 
     CTempDir Dir;
     CHeadlessPgCtrl Pg;
@@ -133,7 +127,7 @@ TEST_F(GridFormats, EditorsPicturesReadAsTheirPaletteOriginal) {
         for (bool grid : {true, false}) {
             const std::string what = "bpp " + std::to_string(bpp) + " grid " + std::to_string(grid);
             auto font = GridFont(bpp, false);
-            Write(Dir / "grid.bmp", *font, grid);
+            WriteGridPicture(*font, Dir / "grid.bmp", Order, grid, {-1, -1, 0, 0, 0, 0});
             auto original = Read(Dir / "grid.bmp", bpp);
             ASSERT_EQ(original->GlyphCount(), 5u) << what;
             CBinaryFile file(Dir / "grid.bmp");
@@ -148,7 +142,7 @@ TEST_F(GridFormats, EditorsPicturesReadAsTheirPaletteOriginal) {
                 ExpectSameGlyphs(*original, *Read(Dir.Write(name, bytes), bpp), what + " " + name);
 
             // The writer's own PNG: indexed (colour type 3), holding the palette it uses.
-            Write(Dir / "grid.PNG", *font, grid);
+            WriteGridPicture(*font, Dir / "grid.PNG", Order, grid, {-1, -1, 0, 0, 0, 0});
             const std::string png = GridBytes(Dir / "grid.PNG").Data;
             ASSERT_GT(png.size(), 40u);
             EXPECT_EQ(png[25], 3) << what;

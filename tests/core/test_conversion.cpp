@@ -18,8 +18,7 @@ namespace {
 // What the test reader and writer do in one run.
 struct Script {
     std::vector<uint16_t> Codes = {'C', 'A', 'B'};
-    std::vector<uint16_t> OrderCodes;  // the writer's glyph order, none when empty
-    std::string ReaderCheckError, WriterCheckError, CreateWriterError, Warning;
+    std::string ReaderCheckError, WriterCheckError, Warning;
     bool ReaderThrowsLibraryError = false, Read = false;
     std::vector<uint16_t> Written;
 };
@@ -56,13 +55,7 @@ public:
     void CheckParameters() override {
         if (!S.WriterCheckError.empty()) throw CGeneralException(S.WriterCheckError);
     }
-    void LoadGlyphOrder(CGlyphOrder& order) override {
-        if (S.OrderCodes.empty()) return;
-        order.Codes = S.OrderCodes;
-        order.Width = static_cast<int>(S.OrderCodes.size());
-        order.Height = 1;
-        order.Loaded = true;
-    }
+    void LoadGlyphOrder(CGlyphOrder&) override {}
     void Write(CFontData& font, const CGlyphOrder&) override {
         g_pPgCtrl->SetStatus(" Writing Test...");
         EXPECT_TRUE(font.CellWidth.Specified);  // prepared before writing
@@ -86,13 +79,10 @@ TEST(Conversion, OutcomesStatusesAndMessages) {
     } cases[] = {
         {"plain", {}, 0, O::Finished, "",
          {" Prepairing...", " Order Loading...", " Reading Test...", " Writing Test...", " Finish"}, {'A', 'B', 'C'}},
-        // A writer's glyph order limits the characters read, without a filter file.
-        {"order", {.OrderCodes = {'C', NoCode, 'A', 'Z'}}, 0, O::Finished, "", {}, {'A', 'C'}},
         {"warning", {.Warning = "odd glyph 100%"}, 0, O::Finished, "", {}, {'A', 'B', 'C'}},
         {"reader check", {.ReaderCheckError = "Parameter Error:\n Font size(0)."}, 0, O::Failed,
          "Parameter Error:\n Font size(0).", {" Prepairing...", " Convert Error"}, {}},
         {"writer check", {.WriterCheckError = "Parameter Error:\n Bad alt."}, 0, O::Failed, "Parameter Error:\n Bad alt.", {}, {}},
-        {"no writer", {.CreateWriterError = "Parameter Error:\n No output."}, 0, O::Failed, "Parameter Error:\n No output.", {}, {}},
         {"empty font", {.Codes = {}}, 0, O::Failed, "Parameter Error:\n No glyphs in output.", {}, {}},
         {"library error", {.ReaderThrowsLibraryError = true}, 0, O::Failed, "Internal Error:\n disk gone", {}, {}},
         {"cancel", {}, 2, O::Canceled, "", {" Prepairing...", " Order Loading...", " Reading Test...", " Canceled"}, {}},
@@ -102,10 +92,7 @@ TEST(Conversion, OutcomesStatusesAndMessages) {
         CTestFrontEnd ui;
         CHeadlessPgCtrl pg;
         ui.MakeReader = [&] { return std::make_unique<CTestReader>(s); };
-        ui.MakeWriter = [&] {
-            if (!s.CreateWriterError.empty()) throw CGeneralException(s.CreateWriterError);
-            return std::make_unique<CTestWriter>(s);
-        };
+        ui.MakeWriter = [&] { return std::make_unique<CTestWriter>(s); };
         if (c.CancelAt) pg.CancelAtVisibleStep(c.CancelAt);
         EXPECT_EQ(RunConversion(ui, pg), c.Outcome) << c.Name;
         EXPECT_EQ(ui.Errors, c.Error.empty() ? std::vector<std::string>{} : std::vector<std::string>{c.Error}) << c.Name;

@@ -37,9 +37,8 @@ public:
             if (!filter.IsExcluded(c)) Asked += c, font.AddGlyph(Glyph({0, max - 1, max}, 8, Ascent), c);
     }
     int Bpp;
-    std::u16string Codes;
+    std::u16string Codes, Asked;
     int LineHeight, Ascent;
-    std::u16string Asked;
 };
 
 TEST(GreyLevels, RescaledValuesAndStorage) {

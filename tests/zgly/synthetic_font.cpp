@@ -10,25 +10,19 @@
 
 namespace {
 
-class CRandom {
-public:
+struct CRandom {
     explicit CRandom(uint32_t seed) : State(seed * 2654435761u + 12345u) {}
     int Next(int n) {
         State = State * 1664525u + 1013904223u;
         return static_cast<int>((State >> 8) % static_cast<uint32_t>(n));
     }
-
-private:
     uint32_t State;
 };
 
 // Uses the given progress interface, or a silent one, as g_pPgCtrl for a call.
-class CPgScope {
-public:
+struct CPgScope {
     explicit CPgScope(CPgCtrl* pg) : Saved(g_pPgCtrl) { g_pPgCtrl = pg ? pg : &Silent; }
     ~CPgScope() { g_pPgCtrl = Saved; }
-
-private:
     CHeadlessPgCtrl Silent;
     CPgCtrl* Saved;
 };

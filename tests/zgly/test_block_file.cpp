@@ -20,7 +20,7 @@ TEST(ZglyBlockFile, ValidationMessages) {
     const struct {
         std::vector<uint8_t> Bytes;
         Edit Change;
-        std::string Message;  // the whole message, or its start when it ends in "..."
+        std::string Message;
     } cases[] = {
         {good, [](auto&) {}, ""},
         {good, [](auto& b) { b[0] = 'X', b[6] = 0x99; }, e + "The file is not ZGLY file"},
@@ -41,26 +41,21 @@ TEST(ZglyBlockFile, ValidationMessages) {
         {File({finf, Block(TagCGLP, Cglp(1, 1, 3))}), [](auto&) {},  // 2 x 2 x 3 bits need 2 bytes
          e + "Cell size(=1) is too small for 2x2 pixels at 3 bits per pixel(needs 2)"},
         {good, [](auto& b) { SetU32(b, 20, 4); }, e + "The block at offset 16 has an invalid size(=4, must be at least 8)"},
-        {good, [](auto& b) { SetU32(b, 20, 4000); }, e + "The block at offset 16 runs past the end of the file..."},
-        {good, [](auto& b) { b.insert(b.end(), {1, 2, 3}); }, e + "The block at offset 64 is cut off..."},
+        {good, [](auto& b) { SetU32(b, 20, 4000); }, e + "The block at offset 16 runs past the end of the file(block size=4000, file size=64)"},
+        {good, [](auto& b) { b.insert(b.end(), {1, 2, 3}); }, e + "The block at offset 64 is cut off by the end of the file(size=67)"},
         {File({finf, cglp, Block(TagCWDH, {0, 0, 9, 0, 0, 0, 0, 0, 1, 1, 1})}), [](auto&) {},
          e + "CWDH block 0 for glyphs 0 to 9 runs past its block(size=12)"},
         {File({finf, cglp, Block(TagCMAP, Cmap(0x41, 0x60, 1, {0, 1}))}), [](auto&) {},
          e + "CMAP block 0 (codes 0041 to 0060, method 1) runs past its block(size=16)"},
         {File({finf, cglp, Block(TagCMAP, Cmap(0, 0xFFFF, 2, {5, 0x41, 0}))}), [](auto&) {},  // 5 pairs claimed, 1 held
          e + "CMAP block 0 (codes 0000 to FFFF, method 2) runs past its block(size=20)"},
-        {File({finf, cglp, Block(TagCMAP, {1, 2, 3, 4})}), [](auto&) {}, e + "CMAP block 0 is too small..."},
+        {File({finf, cglp, Block(TagCMAP, {1, 2, 3, 4})}), [](auto&) {}, e + "CMAP block 0 is too small(=4, must be at least 12)"},
     };
     for (const auto& c : cases) {
         auto bytes = c.Bytes;
         c.Change(bytes);
         PutFile(dir / "f.zgly", bytes);
-        const std::string m = ErrorOf([&] { CheckNativeFontFile(dir / "f.zgly"); });
-        const bool start = c.Message.size() > 3 && c.Message.substr(c.Message.size() - 3) == "...";
-        if (start)
-            EXPECT_EQ(m.rfind(c.Message.substr(0, c.Message.size() - 3), 0), 0u) << m;
-        else
-            EXPECT_EQ(m, c.Message);
+        EXPECT_EQ(ErrorOf([&] { CheckNativeFontFile(dir / "f.zgly"); }), c.Message);
     }
     EXPECT_EQ(ErrorOf([&] { CheckNativeFontFile(dir / "none.zgly"); }),
               "Parameter Error:\n File(" + (dir / "none.zgly").string() + ") not exists.");

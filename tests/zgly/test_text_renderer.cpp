@@ -23,11 +23,10 @@ std::unique_ptr<CFontData> MakeFont(bool vertical, int bpp) {
     return font;
 }
 
-CRgbImage Draw(const std::filesystem::path& path, std::string_view text, int zoom = 1, bool sheet = false) {
+CRgbImage Draw(const std::filesystem::path& path, std::string_view text, bool sheet = false) {
     CFontBlockSet set;
     LoadZglyForPreview(path, set);
-    CPreviewOptions options;
-    options.Zoom = zoom;
+    const CPreviewOptions options{1};
     return sheet ? CTextRenderer(set).DrawSheet(options) : CTextRenderer(set).DrawText(text, options);
 }
 
@@ -81,10 +80,9 @@ TEST(TextRenderer, DrawsEveryRotationOrientationDepthAndEncodingLikeTheSourceFon
             auto font = MakeFont(vertical, bpp);
             CRgbImage first, firstSheet;
             for (int rotation = 0; rotation < (bpp == 2 ? 4 : 1); ++rotation) {
-                const std::string what = "vertical " + std::to_string(vertical) + " bpp " + std::to_string(bpp) +
-                                         " rotation " + std::to_string(rotation);
+                const std::string what = FormatString("vertical %d bpp %d rotation %d", vertical, bpp, rotation);
                 WriteSyntheticZgly(*font, dir / "r.zgly", EncodingUtf16, rotation);
-                const CRgbImage got = Draw(dir / "r.zgly", Sample), sheet = Draw(dir / "r.zgly", "", 1, true);
+                const CRgbImage got = Draw(dir / "r.zgly", Sample), sheet = Draw(dir / "r.zgly", "", true);
                 if (rotation == 0) first = got, firstSheet = sheet;
                 EXPECT_EQ(got.Rgb, Expected(got, *font, text, EncodingUtf16).Rgb) << what;
                 EXPECT_EQ(got.Rgb, first.Rgb) << what;

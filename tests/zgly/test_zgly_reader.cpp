@@ -30,8 +30,7 @@ TEST(ZglyReader, RoundTripsEveryEncodingInEveryRotation) {
                 font->AlternateChar.Set(u'?');
                 font->LineHeight.Set(21);
                 font->PrepareForOutput();
-                const std::string what = "enc " + std::to_string(encoding) + " vertical " + std::to_string(vertical) +
-                                         " rotation " + std::to_string(rotation);
+                const std::string what = FormatString("enc %d vertical %d rotation %d", encoding, vertical, rotation);
                 WriteSyntheticZgly(*font, dir / "rt.zgly", encoding, rotation);
                 auto back = ReadZgly(dir / "rt.zgly");
                 ExpectSameGlyphs(*font, *back, what);

@@ -20,11 +20,11 @@ inline void PutFile(const std::filesystem::path& path, const std::vector<uint8_t
     out.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
 }
 
-inline uint32_t U32At(const std::vector<uint8_t>& b, std::size_t at) {
-    return b[at] | (b[at + 1] << 8) | (b[at + 2] << 16) | (static_cast<uint32_t>(b[at + 3]) << 24);
-}
 inline uint16_t U16At(const std::vector<uint8_t>& b, std::size_t at) {
     return static_cast<uint16_t>(b[at] | (b[at + 1] << 8));
+}
+inline uint32_t U32At(const std::vector<uint8_t>& b, std::size_t at) {
+    return U16At(b, at) | static_cast<uint32_t>(U16At(b, at + 2)) << 16;
 }
 inline void SetU16(std::vector<uint8_t>& b, std::size_t at, uint32_t v) {
     b[at] = static_cast<uint8_t>(v);

@@ -1,30 +1,13 @@
-// Glyphs cut from cells and drawn into cells, and the packed-pixel operations
-// under them: exact pixels at odd bit offsets and across scan chunks.
+// The packed-pixel operations under every glyph: exact pixels at odd bit
+// offsets and across scan chunks.
 #include <gtest/gtest.h>
 
-#include "core/font_data.h"
-#include "core/bit_stream.h"
 #include "core/packed_image.h"
 #include "packed_reference.h"
 
 namespace {
 
 std::vector<int> Box(const InkBox& b) { return {b.X0, b.Y0, b.X1, b.Y1}; }
-
-TEST(GlyphBuilders, CropAndRenderKeepTheOrigin) {
-    // 5 x 4 at 3 bits, ink in columns 1-3, rows 1-2, cut as a vertical glyph with its reference column 2.
-    const auto cell = PackRef({0, 0, 0, 0, 0, 0, 7, 0, 5, 0, 0, 0, 3, 0, 0, 0, 0, 0, 0, 0}, 3);
-    CGlyph v;
-    v.SetFromCellTrimmed(cell.data(), 5, 4, 3, true, 2);
-    EXPECT_EQ(Box(v.Ink), (std::vector<int>{1, 1, 4, 3}));
-    EXPECT_EQ(v.Pixels, PackRef({7, 0, 5, 0, 3, 0}, 3));
-    // Into a taller, wider cell with the reference column moved: the ink shifts with it.
-    std::vector<uint8_t> big(PackedBytes(7, 5, 3), 0xAA);
-    RenderToCell(v, big.data(), 7, 5, 1, 3, 3);
-    std::vector<uint32_t> expect(35, 0);
-    expect[2 * 7 + 2] = 7, expect[2 * 7 + 4] = 5, expect[3 * 7 + 3] = 3;
-    EXPECT_EQ(UnpackRef(big, 35, 3), expect);
-}
 
 TEST(PackedImage, TurnsCopiesAndFindsInk) {
     // 3 x 2 at 3 bits, turned in place and into another buffer.
