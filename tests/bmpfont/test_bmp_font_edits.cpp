@@ -127,7 +127,6 @@ TEST_F(BmpFontEdits, PaletteIndexZeroAndSecondWhites) {
     auto swapped = ReadBack();
     ExpectSameGlyphs(*before, *swapped, "white at index 2");
     EXPECT_EQ(Pg.Warnings, std::vector<std::string>{});
-    ASSERT_NE(InkValues(*swapped->FindGlyph('B')), std::vector<uint32_t>(10, 0));
 
     // A second white at index 3 (a level of a 2-bit font) is reported; beyond the levels it is not.
     for (int at : {3, 5}) {

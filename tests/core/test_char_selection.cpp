@@ -83,20 +83,9 @@ TEST_F(CharSelectionTest, RefusedInputs) {
 }
 
 
-CGlyphOrder Order(std::vector<uint16_t> codes, int width, int height, bool loaded = true) {
-    CGlyphOrder order;
-    order.Codes = std::move(codes);
-    order.Width = width;
-    order.Height = height;
-    order.Loaded = loaded;
-    return order;
-}
-
-CFontFilter LoadedFilter(std::initializer_list<uint16_t> codes) {
-    CFontFilter filter;
-    filter.PassAll = false;
-    for (uint16_t c : codes) filter.Letters[c] = true;
-    return filter;
+// {width, height, codes, height given, loaded}
+CGlyphOrder Order(int width, int height, std::vector<uint16_t> codes, bool loaded = true) {
+    return CGlyphOrder{width, height, std::move(codes), false, loaded};
 }
 
 std::vector<uint16_t> Letters(const CFontFilter& filter) {
@@ -112,19 +101,19 @@ TEST(FontFilter, RestrictedToTheOrdersCells) {
     CFontFilter filter;
     EXPECT_FALSE(filter.IsExcluded('A'));
     filter.RestrictToOrder(CGlyphOrder{});  // unloaded order: nothing to take
-    filter.RestrictToOrder(Order({NoCode, NoCode}, 2, 1));  // only empty cells
+    filter.RestrictToOrder(Order(2, 1, {NoCode, NoCode}));  // only empty cells
     EXPECT_TRUE(filter.PassAll);
-    filter.RestrictToOrder(Order({'A', NoCode, 'C', 'A', 'D'}, 2, 2));  // 'D' lies outside the grid
+    filter.RestrictToOrder(Order(2, 2, {'A', NoCode, 'C', 'A', 'D'}));  // 'D' lies outside the grid
     EXPECT_FALSE(filter.PassAll);
     EXPECT_EQ(Letters(filter), (std::vector<uint16_t>{'A', 'C'}));
     EXPECT_TRUE(filter.IsExcluded('D'));
     EXPECT_TRUE(filter.IsExcluded(NoCode));
 
     // A loaded filter keeps only what the order also has.
-    auto loaded = LoadedFilter({'A', 'B', ' '});
-    loaded.RestrictToOrder(Order({'A', 'C'}, 2, 1, false));  // not loaded: unchanged
+    CFontFilter loaded{false, {{'A', true}, {'B', true}, {' ', true}}};
+    loaded.RestrictToOrder(Order(2, 1, {'A', 'C'}, false));  // not loaded: unchanged
     EXPECT_EQ(Letters(loaded), (std::vector<uint16_t>{' ', 'A', 'B'}));
-    loaded.RestrictToOrder(Order({' ', 'A', 'C', NoCode}, 2, 2));
+    loaded.RestrictToOrder(Order(2, 2, {' ', 'A', 'C', NoCode}));
     EXPECT_EQ(Letters(loaded), (std::vector<uint16_t>{' ', 'A'}));
     EXPECT_EQ(loaded.Letters.size(), 2u);  // entries removed, not just cleared
     EXPECT_TRUE(loaded.IsExcluded('C'));

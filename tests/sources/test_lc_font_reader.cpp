@@ -10,19 +10,14 @@
 
 namespace {
 
-struct Variant {
-    int FileSize, Width, Height, Baseline, RowBytes;
-};
+struct Variant { int FileSize, Width, Height, Baseline, RowBytes; };
 const Variant Variants[] = {
     {7520, 4, 8, 7, 1},    {9024, 5, 10, 9, 1},     {10528, 6, 12, 10, 1},   {13536, 8, 16, 14, 1},
     {73320, 8, 8, 7, 1},   {161304, 10, 10, 9, 2},  {190632, 12, 12, 10, 2}, {249288, 16, 16, 14, 2},
 };
 
 // {code, ink columns [X0, X1)} of rows [1, baseline); bits past the width are set too, to show they are ignored.
-struct Record {
-    uint16_t Code;
-    int X0, X1;
-};
+struct Record { uint16_t Code; int X0, X1; };
 
 class LcFontReader : public testing::Test {
 protected:
