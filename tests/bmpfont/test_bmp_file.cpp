@@ -2,6 +2,7 @@
 
 #include "bmp_test_support.h"
 #include "bmpfont/bmp_file.h"
+#include "core/bmp_image.h"
 #include "zgly/binary_file.h"
 
 namespace {
@@ -14,10 +15,7 @@ CBmpImage Load(const std::filesystem::path& path) {
 }
 
 RawBmp Sample(int bpp) {
-    RawBmp b;
-    b.Width = 5;
-    b.Height = 3;
-    b.Bpp = bpp;
+    RawBmp b{5, 3, bpp, {}, {}};
     if (bpp <= 8)
         for (int i = 0; i < (1 << bpp); ++i) b.Palette.push_back(0x00010203u * static_cast<uint32_t>(i));
     for (int i = 0; i < 15; ++i) b.Pixels.push_back(static_cast<uint32_t>(i * 7) % (bpp >= 8 ? 251 : (1u << bpp)));
@@ -26,7 +24,7 @@ RawBmp Sample(int bpp) {
 
 }  // namespace
 
-TEST(BmpFile, LoadsEveryDepthTopRowFirst) {
+TEST(BmpFile, LoadsEveryDepthTopRowFirstAndShortPalettes) {
     CTempDir dir;
     for (int bpp : {1, 4, 8, 16, 24, 32}) {
         RawBmp b = Sample(bpp);
@@ -45,15 +43,30 @@ TEST(BmpFile, LoadsEveryDepthTopRowFirst) {
     CBmpImage image = Load(dir.Write("v5.bmp", v5.Bytes()));
     EXPECT_EQ(image.Palette, v5.Palette);
     EXPECT_EQ(image.GetPixel(2, 1), v5.Pixels[7]);
+
+    // A palette as short as its colours-used count, far below the depth's: read
+    // as declared, the rest black; a palette the file cannot hold is broken.
+    for (auto [bpp, used] : {std::pair{8, 2u}, std::pair{4, 3u}}) {
+        const std::vector<uint32_t> colors = {0xFFFFFF, 0x123456, 0xABCDEF};
+        RawBmp b{4, 2, bpp, std::vector<uint32_t>(colors.begin(), colors.begin() + used), {1, 0, 0, 1, 0, 1, used - 1, 0}};
+        b.ColorsUsed = used;
+        auto path = dir.Write("short.bmp", b.Bytes());
+        CBmpImage pic;
+        ASSERT_EQ(ErrorOf([&] { pic = Load(path); }), "") << bpp;
+        auto palette = b.Palette;
+        palette.resize(std::size_t(1) << bpp, 0);
+        EXPECT_EQ(pic.Palette, palette) << bpp;
+        for (int i = 0; i < 8; ++i) EXPECT_EQ(pic.GetPixel(i % 4, i / 4), b.Pixels[i]) << bpp;
+        b.ColorsUsed = 0;
+        path = dir.Write("short.bmp", b.Bytes());
+        EXPECT_EQ(ErrorOf([&] { Load(path); }), "Input file(" + path.string() + ") is broken.") << bpp;
+    }
 }
 
 TEST(BmpFile, RefusesBadHeadersAndShortFiles) {
     CTempDir dir;
-    auto err = [&](const RawBmp& b) {
-        auto path = dir.Write("b.bmp", b.Bytes());
-        return ErrorOf([&] { CheckBmpFile(path); });
-    };
-    const std::string p = "Input file(" + (dir / "b.bmp").string() + ") ";
+    const auto path = dir / "b.bmp";
+    const std::string p = "Input file(" + path.string() + ") ";
     const std::pair<void (*)(RawBmp&), std::string> cases[] = {
         {[](RawBmp& b) { b.Reserved1 = 1; }, "is not bmp file."},
         {[](RawBmp& b) { b.Planes = 2; }, "is unsupported BMP."},
@@ -63,21 +76,18 @@ TEST(BmpFile, RefusesBadHeadersAndShortFiles) {
     for (const auto& [change, message] : cases) {
         RawBmp b = Sample(8);
         change(b);
-        EXPECT_EQ(err(b), p + message);
+        dir.Write("b.bmp", b.Bytes());
+        EXPECT_EQ(ErrorOf([&] { CheckBmpFile(path); }), p + message);
     }
-    std::string good = Sample(8).Bytes();
+    const std::string good = Sample(8).Bytes();
     for (std::size_t cut : {std::size_t(0), std::size_t(10), std::size_t(40), std::size_t(60), good.size() - 1}) {
-        auto path = dir.Write("cut.bmp", good.substr(0, cut));
-        std::string e = ErrorOf([&] { CheckBmpFile(path); });
-        EXPECT_TRUE(e == "Input file(" + path.string() + ") is broken." ||
-                    e == "Input file(" + path.string() + ") is not bmp file.")
-            << cut << ": " << e;
+        dir.Write("b.bmp", good.substr(0, cut));
+        const std::string e = ErrorOf([&] { CheckBmpFile(path); });
+        EXPECT_TRUE(e == p + "is broken." || e == p + "is not bmp file.") << cut << ": " << e;
     }
     // A header claiming 2^31 pixels in a tiny file is refused before any allocation.
     std::string huge = good;
-    huge[18] = '\xFF', huge[19] = '\xFF', huge[20] = '\x00', huge[21] = '\x00';
-    huge[22] = '\x00', huge[23] = '\x80', huge[24] = '\x00', huge[25] = '\x00';
-    auto path = dir.Write("huge.bmp", huge);
-    EXPECT_EQ(ErrorOf([&] { CheckBmpFile(path); }), "Input file(" + path.string() + ") is broken.");
+    huge.replace(18, 8, std::string("\xFF\xFF\x00\x00\x00\x80\x00\x00", 8));
+    dir.Write("b.bmp", huge);
+    EXPECT_EQ(ErrorOf([&] { CheckBmpFile(path); }), p + "is broken.");
 }
-

@@ -1,21 +1,15 @@
+// A written glyph grid edited by hand, as users do, and read back.
 #include <gtest/gtest.h>
 
 #include "bmp_test_support.h"
-#include "bmpfont/bmp_file.h"
-#include "bmpfont/bmp_font_layout.h"
 #include "bmpfont/bmp_font_reader.h"
 #include "bmpfont/bmp_font_writer.h"
-#include "core/bmp_image.h"
+#include "bmpfont/grid_template.h"
 #include "core/font_filter.h"
 #include "core/glyph_order.h"
 #include "core/headless_pg_ctrl.h"
 
 namespace {
-
-uint32_t Le32(const std::string& b, std::size_t at) {
-    return static_cast<uint8_t>(b[at]) | static_cast<uint8_t>(b[at + 1]) << 8 | static_cast<uint8_t>(b[at + 2]) << 16 |
-           static_cast<uint32_t>(static_cast<uint8_t>(b[at + 3])) << 24;
-}
 
 std::string OrderFile(const std::string& order, int width = 4) {
     return "<letter-order version=\"1.0\"><body><area width=\"" + std::to_string(width) + "\"/><order>" + order +
@@ -23,13 +17,11 @@ std::string OrderFile(const std::string& order, int width = 4) {
 }
 
 // A 2-bit horizontal font of A (3 x 4 ink), B (2 x 5 ink) and a space, drawn
-// with grid into 8 x 10 cells at offset (1, 1): pitch 12 x 16.
+// with grid into 8 x 10 cells at offset (1, 1): pitch 12 x 16, 48 x 16 in all.
 class BmpFontEdits : public ::testing::Test {
 protected:
     void SetUp() override {
         g_pPgCtrl = &Pg;
-        Order = Dir.Write("ab.xlor", OrderFile("AB<sp/><null/>"));
-        Bmp = Dir / "ab.bmp";
         CFontData font;
         font.Bpp.Set(2);
         std::vector<uint32_t> a(6 * 8, 0), b(6 * 8, 0);
@@ -41,187 +33,131 @@ protected:
         font.AddGlyph(MakeGlyph(b, 6, 8, 2, false, 0, 1, 6), 'B');
         font.AddGlyph(MakeGlyph(std::vector<uint32_t>(48, 0), 6, 8, 2, false, 3, 0, 6), ' ');
         font.PrepareForOutput();
-        CBmpFontWriter writer(Bmp, Order, true, 8, 10, 1, 1, 0, 0);
-        CGlyphOrder o;
-        writer.LoadGlyphOrder(o);
-        writer.Write(font, o);
+        WriteGridPicture(font, Bmp, Order, true, {8, 10, 1, 1, 0, 0});
         Pg.Warnings.clear();
     }
     void TearDown() override { g_pPgCtrl = nullptr; }
 
-    std::unique_ptr<CFontData> ReadBack(const std::filesystem::path& order, int bpp = 2) {
-        auto font = std::make_unique<CFontData>();
-        CBmpFontReader reader(Bmp, order, bpp);
-        reader.CheckParameters();
-        reader.Read(*font, CFontFilter());
-        return font;
+    // A, B, C and D at the given depth in Grid, level values running through every grey.
+    void WriteGrid(int bpp) {
+        CFontData font;
+        font.Bpp.Set(bpp);
+        for (int k = 0; k < 4; ++k) {
+            std::vector<uint32_t> cell(6 * 8, 0);
+            for (int i = 0; i < 16; ++i) cell[static_cast<std::size_t>(8 + i + k)] = (i + k) % ((1u << bpp) - 1) + 1;
+            font.AddGlyph(MakeGlyph(cell, 6, 8, bpp, false, 1, 1, 6), static_cast<uint16_t>('A' + k));
+        }
+        font.PrepareForOutput();
+        WriteGridPicture(font, Grid, Abcd, true, {8, 10, 1, 1, 0, 0});
     }
-    // Edits the written 8-bit bottom-up picture in place; y counts from the top.
-    void SetPixel(int x, int y, uint8_t index) {
-        std::string data = ReadFile();
-        uint32_t offset = static_cast<uint8_t>(data[10]) | (static_cast<uint8_t>(data[11]) << 8);
-        int width = static_cast<uint8_t>(data[18]) | (static_cast<uint8_t>(data[19]) << 8);
-        int height = static_cast<uint8_t>(data[22]) | (static_cast<uint8_t>(data[23]) << 8);
-        data[offset + static_cast<std::size_t>(height - 1 - y) * ((width + 3) & ~3) + x] = static_cast<char>(index);
-        Dir.Write("ab.bmp", data);
+    // Reads a picture into Font, warnings from scratch; the error message or "".
+    std::string Read(const std::filesystem::path& bmp, const std::filesystem::path& order, int bpp) {
+        Pg.Warnings.clear();
+        Font = std::make_unique<CFontData>();
+        return ErrorOf([&] {
+            CBmpFontReader reader(bmp, order, bpp);
+            reader.CheckParameters();
+            reader.Read(*Font, CFontFilter());
+        });
     }
-    uint8_t GetPixel(int x, int y) {
-        std::string data = ReadFile();
-        int width = static_cast<uint8_t>(data[18]) | (static_cast<uint8_t>(data[19]) << 8);
-        int height = static_cast<uint8_t>(data[22]) | (static_cast<uint8_t>(data[23]) << 8);
-        return static_cast<uint8_t>(data[1078 + static_cast<std::size_t>(height - 1 - y) * ((width + 3) & ~3) + x]);
+    std::unique_ptr<CFontData> ReadBack() {
+        EXPECT_EQ(Read(Bmp, Order, 2), "");
+        return std::move(Font);
     }
-    std::string ReadFile() {
-        std::ifstream in(Bmp, std::ios::binary);
-        return std::string(std::istreambuf_iterator<char>(in), {});
+    std::string CheckError(const std::filesystem::path& bmp, const std::filesystem::path& order, int bpp = 2) {
+        return ErrorOf([&] { CBmpFontReader(bmp, order, bpp).CheckParameters(); });
     }
 
     CTempDir Dir;
     CHeadlessPgCtrl Pg;
-    std::filesystem::path Order, Bmp;
+    std::filesystem::path Order = Dir.Write("ab.xlor", OrderFile("AB<sp/><null/>")), Bmp = Dir / "ab.bmp";
+    std::filesystem::path Abcd = Dir.Write("abcd.xlor", OrderFile("ABCD")), Grid = Dir / "grid.bmp";
+    std::unique_ptr<CFontData> Font;
 };
 
 }  // namespace
 
 TEST_F(BmpFontEdits, HandEditsReadBackWithTheirWarnings) {
-    auto before = ReadBack(Order);
-    const CGlyph* a0 = before->FindGlyph('A');
-    ASSERT_TRUE(a0);
-    EXPECT_EQ(a0->RightSpace, 1);
-
+    EXPECT_EQ(ReadBack()->FindGlyph('A')->RightSpace, 1);
+    GridBytes grid(Bmp);
+    // White, two greys, black, the grid colour, then black; the marks white in the black border:
+    // the baseline at offset 1 + baseline 5 + 2, the width lines at cell height 10 + 3.
+    const std::pair<int, uint32_t> palette[] = {{0, 0xFFFFFF}, {1, 0xAAAAAA}, {2, 0x555555}, {3, 0}, {4, 0x99AA99}, {5, 0}, {255, 0}};
+    for (auto [i, rgb] : palette) EXPECT_EQ(grid.Field(54 + 4 * i), rgb) << i;
+    for (int y = 0; y < 16; ++y) EXPECT_EQ(grid.At(0, y), y == 8 || y == 13 ? 0 : 3) << y;
     // B redrawn as a 2 x 2 block of level 1 in its area (columns 14..21, rows 2..11).
     for (int y = 2; y < 12; ++y)
-        for (int x = 14; x < 22; ++x) SetPixel(x, y, 0);
-    for (int y = 6; y < 8; ++y)
-        for (int x = 16; x < 18; ++x) SetPixel(x, y, 1);
+        for (int x = 14; x < 22; ++x) grid.At(x, y) = static_cast<char>(y >= 6 && y < 8 && x >= 16 && x < 18);
     // A's width line (row 13) lengthened by two pixels.
     int end = 2;
-    while (GetPixel(end, 13) != 3) ++end;
-    while (GetPixel(end, 13) == 3) ++end;
-    SetPixel(end, 13, 3);
-    SetPixel(end + 1, 13, 3);
+    while (grid.At(end, 13) != 3) ++end;
+    while (grid.At(end, 13) == 3) ++end;
+    grid.At(end, 13) = grid.At(end + 1, 13) = 3;
     // The space cell's inner frame broken, and a stray pixel in the empty cell.
-    SetPixel(25, 5, 0);
-    SetPixel(39, 3, 2);
+    grid.At(25, 5) = 0;
+    grid.At(39, 3) = 2;
+    grid.Save();
 
-    auto font = ReadBack(Order);
+    auto font = ReadBack();
     const CGlyph* b = font->FindGlyph('B');
     ASSERT_TRUE(b);
-    EXPECT_EQ(b->Ink.Width(), 2);
-    EXPECT_EQ(b->Ink.Height(), 2);
     EXPECT_EQ(InkValues(*b), (std::vector<uint32_t>{1, 1, 1, 1}));
     // The baseline lies at area row 6 (offset 1 + font baseline 5); the block starts at area row 4.
-    EXPECT_EQ(b->Ascent, 2);
-    EXPECT_EQ(font->FindGlyph('A')->RightSpace, 3);
-    EXPECT_EQ(font->FindGlyph(' ')->LeftSpace, 3);
-    std::vector<std::string> want{
-        "More than one color detected in margin area at (30,8).",
-        "BMP position (42, 8) is <null/> in " + Order.string() + ", but the cell include non-white color."};
-    EXPECT_EQ(Pg.Warnings, want);
-}
-
-TEST_F(BmpFontEdits, PaletteFramesAndMarks) {
-    CBinaryFile file(Bmp);
-    CBmpImage pic;
-    LoadBmp(file, pic);
-    // White, two greys, black, the grid colour, then black.
-    EXPECT_EQ(std::vector<uint32_t>(pic.Palette.begin(), pic.Palette.begin() + 6),
-              (std::vector<uint32_t>{0xFFFFFF, 0xAAAAAA, 0x555555, 0, 0x99AA99, 0}));
-    EXPECT_EQ(pic.Palette[255], 0u);
-    // Outer frame black, inner frame and separator (row 12) in the grid colour.
-    EXPECT_EQ(pic.GetPixel(5, 0), 3u);
-    EXPECT_EQ(pic.GetPixel(12, 7), 3u);
-    EXPECT_EQ(pic.GetPixel(5, 1), 4u);
-    EXPECT_EQ(pic.GetPixel(13, 7), 4u);
-    EXPECT_EQ(pic.GetPixel(5, 12), 4u);
-    // The marks, white in the black border: baseline at offset 1 + baseline 5 + 2,
-    // width lines at cell height 10 + 3.
-    for (int y = 0; y < 16; ++y) EXPECT_EQ(pic.GetPixel(0, y), y == 8 || y == 13 ? 0u : 3u) << y;
+    EXPECT_EQ(std::vector<int>({b->Ink.Width(), b->Ink.Height(), b->Ascent, font->FindGlyph('A')->RightSpace,
+                                font->FindGlyph(' ')->LeftSpace}),
+              std::vector<int>({2, 2, 2, 3, 3}));
+    EXPECT_EQ(Pg.Warnings, (std::vector<std::string>{
+                               "More than one color detected in margin area at (30,8).",
+                               "BMP position (42, 8) is <null/> in " + Order.string() +
+                                   ", but the cell include non-white color."}));
 }
 
 // Palette index 0 stands for the white index's level; a second white among the
 // levels is reported.
 TEST_F(BmpFontEdits, PaletteIndexZeroAndSecondWhites) {
-    auto before = ReadBack(Order);
-    std::string data = ReadFile();
-    const uint32_t offset = Le32(data, 10);
+    auto before = ReadBack();
     // Swap palette entries 0 (white) and 2 (a grey), and pixel values 0 and 2.
-    for (int k = 0; k < 4; ++k) std::swap(data[54 + k], data[54 + 8 + k]);
-    for (std::size_t i = offset; i < data.size(); ++i)
-        if (data[i] == 0 || data[i] == 2) data[i] = static_cast<char>(2 - data[i]);
-    Dir.Write("ab.bmp", data);
-    auto swapped = ReadBack(Order);
+    GridBytes grid(Bmp);
+    grid.SetPalette(0, 0x555555);
+    grid.SetPalette(2, 0xFFFFFF);
+    for (int y = 0; y < grid.Height(); ++y)
+        for (int x = 0; x < grid.Width(); ++x)
+            if (grid.At(x, y) == 0 || grid.At(x, y) == 2) grid.At(x, y) = static_cast<char>(2 - grid.At(x, y));
+    grid.Save();
+    auto swapped = ReadBack();
     ExpectSameGlyphs(*before, *swapped, "white at index 2");
     EXPECT_EQ(Pg.Warnings, std::vector<std::string>{});
-    ASSERT_NE(InkValues(*swapped->FindGlyph('B')), std::vector<uint32_t>(10, 0));
 
     // A second white at index 3 (a level of a 2-bit font) is reported; beyond the levels it is not.
     for (int at : {3, 5}) {
-        std::string twice = ReadFile();
-        for (int k = 0; k < 3; ++k) twice[54 + 4 * at + k] = '\xFF';
-        Dir.Write("ab.bmp", twice);
+        GridBytes twice(Bmp);
+        twice.SetPalette(at, 0xFFFFFF);
+        twice.Save();
         Pg.Warnings.clear();
-        ReadBack(Order);
+        ReadBack();
         EXPECT_EQ(Pg.Warnings, at == 3 ? std::vector<std::string>{"2 or more white colors are found."}
                                        : std::vector<std::string>{})
             << at;
-        Dir.Write("ab.bmp", data);
+        grid.Save();
     }
 }
 
 TEST_F(BmpFontEdits, MalformedInputsGiveTheirMessages) {
-    auto readerError = [&](const std::filesystem::path& bmp, const std::filesystem::path& order, int bpp = 2) {
-        return ErrorOf([&] {
-            CBmpFontReader reader(bmp, order, bpp);
-            reader.CheckParameters();
-        });
-    };
     auto empty = Dir.Write("empty.xlor", OrderFile(""));
-    EXPECT_EQ(readerError(Bmp, empty), "BMP Error:\n Glyph order(" + empty.string() + ") has no cells.");
+    EXPECT_EQ(CheckError(Bmp, empty), "BMP Error:\n Glyph order(" + empty.string() + ") has no cells.");
     auto wide = Dir.Write("wide.xlor", OrderFile("AB", 1000000000));
-    EXPECT_EQ(readerError(Bmp, wide), "BMP Error:\n BMP width(48) too small. Must be >= 4000000000");
-    EXPECT_EQ(readerError(Bmp, Order, 9), "Internal Error:\n Bpp(9) out of range.");
+    EXPECT_EQ(CheckError(Bmp, wide), "BMP Error:\n BMP width(48) too small. Must be >= 4000000000");
     auto five = Dir.Write("five.xlor", OrderFile("ABCDE", 5));
-    EXPECT_EQ(readerError(Bmp, five), "BMP Error:\n BMP width(48) is not multiply of horizontal number of blocks(5)");
+    EXPECT_EQ(CheckError(Bmp, five), "BMP Error:\n BMP width(48) is not multiply of horizontal number of blocks(5)");
+    RawBmp raw{48, 16, 24, {}, std::vector<uint32_t>(48 * 16, 0xFFFFFF)};
+    EXPECT_EQ(CheckError(Dir.Write("rgb.bmp", raw.Bytes()), Order), "");  // true-colour grids are read by their colours
+    raw = RawBmp{48, 16, 1, {0, 0x00FF0000}, std::vector<uint32_t>(48 * 16, 0)};
+    EXPECT_EQ(CheckError(Dir.Write("nowhite.bmp", raw.Bytes()), Order), "BMP Error:\n Color white not found in BMP.");
 
-    RawBmp raw;
-    raw.Width = 48;
-    raw.Height = 16;
-    raw.Bpp = 24;
-    raw.Pixels.assign(48 * 16, 0xFFFFFF);
-    auto rgb = Dir.Write("rgb.bmp", raw.Bytes());
-    EXPECT_EQ(readerError(rgb, Order), "");  // true-colour grids are read by their colours
-    raw.Bpp = 1;
-    raw.Palette = {0, 0x00FF0000};
-    raw.Pixels.assign(48 * 16, 0);
-    auto noWhite = Dir.Write("nowhite.bmp", raw.Bytes());
-    EXPECT_EQ(readerError(noWhite, Order), "BMP Error:\n Color white not found in BMP.");
-
-    // Pitches that pass the size check but leave no glyph area (horizontal 48 x 5,
-    // vertical 20 x 12 with its mark): read as empty cells, never a failed allocation;
-    // a grid without ink is refused.
-    for (bool vertical : {false, true}) {
-        RawBmp tiny;
-        tiny.Width = vertical ? 20 : 48;
-        tiny.Height = vertical ? 12 : 5;
-        tiny.Palette.assign(256, 0);
-        tiny.Palette[0] = 0x00FFFFFF;
-        tiny.Pixels.assign(static_cast<std::size_t>(tiny.Width * tiny.Height), 0);
-        if (vertical) tiny.Pixels[2] = 1;
-        auto path = Dir.Write("tiny.bmp", tiny.Bytes());
-        CFontData font;
-        EXPECT_EQ(ErrorOf([&] {
-                      CBmpFontReader reader(path, Order, 2);
-                      reader.CheckParameters();
-                      reader.Read(font, CFontFilter());
-                  }).rfind("BMP Error:\n No cell of BMP(" + path.string() + ") holds any ink", 0),
-                  0u)
-            << vertical;
-        EXPECT_EQ(font.GlyphCount(), 0u) << vertical;
-    }
-
-    SetPixel(0, 4, 0);  // a second odd pixel in the baseline column
-    EXPECT_EQ(ErrorOf([&] { ReadBack(Order); }), "BMP Error:\n BMP has no baseline info.");
+    GridBytes grid(Bmp);
+    grid.At(0, 4) = 0;  // a second odd pixel in the baseline column
+    grid.Save();
+    EXPECT_EQ(Read(Bmp, Order, 2), "BMP Error:\n BMP has no baseline info.");
 
     auto out = Dir / "out.bmp";
     EXPECT_EQ(ErrorOf([&] { CBmpFontWriter(out, Order, true, 0, 8, 0, 0, 0, 0).CheckParameters(); }),
@@ -232,50 +168,74 @@ TEST_F(BmpFontEdits, MalformedInputsGiveTheirMessages) {
     EXPECT_FALSE(std::filesystem::exists(out));
 }
 
-TEST_F(BmpFontEdits, ConversionsKeepToTheOrderAndTheFilter) {
-    auto out = Dir / "out.bmp";
-    auto run = [&](const std::filesystem::path& outOrder, const std::string& filter) {
-        CTestFrontEnd ui;
-        ui.FilterPath = filter;
-        ui.MakeReader = [&] { return std::make_unique<CBmpFontReader>(Bmp, Order, 2); };
-        ui.MakeWriter = [&] {
-            return std::make_unique<CBmpFontWriter>(out, outOrder, false, -1, -1, 0, 0, 0, 0);
-        };
-        Pg.Warnings.clear();
-        ConversionOutcome outcome = RunConversion(ui, Pg);
-        return std::make_pair(outcome, ui.Errors);
-    };
-    auto codes = [&](const std::filesystem::path& order) {
-        auto font = std::make_unique<CFontData>();
-        CBmpFontReader(out, order, 2).Read(*font, CFontFilter());
-        std::string s;
-        for (const auto& g : font->GetGlyphs()) s += static_cast<char>(g->Code);
-        return s;
-    };
-
-    // The glyph-grid output alone limits the conversion to its order's characters.
-    auto ac = Dir.Write("ac.xlor", OrderFile("AC"));
-    EXPECT_EQ(run(ac, "").first, ConversionOutcome::Finished);
-    EXPECT_EQ(codes(ac), "A");
+// The traps of edited grids are named: colours the depth drops, a palette in
+// another order, glyphs without a width line, and a grid without any ink.
+TEST_F(BmpFontEdits, ColorsTheDepthDropsAndPalettesOutOfOrder) {
+    // A 16-level grid read with 2 and 4 colours: 15 greys, black among them.
+    WriteGrid(4);
+    for (auto [bpp, colors] : {std::pair{1, 2}, std::pair{2, 4}}) {
+        EXPECT_EQ(Read(Grid, Abcd, bpp), "");
+        EXPECT_EQ(Pg.Warnings,
+                  std::vector<std::string>{"The picture uses 15 ink colors, but " + std::to_string(colors) +
+                                           " colors keep only " + std::to_string(colors - 1) +
+                                           " of them; read it with 16 colors."})
+            << bpp;
+    }
+    EXPECT_EQ(Read(Grid, Abcd, 4), "");
     EXPECT_TRUE(Pg.Warnings.empty());
 
-    // A filter narrowed to the order: B is filtered out, the space stays, Z is missing.
-    auto abz = Dir.Write("abz.xlor", OrderFile("ABZ<sp/>"));
-    auto filter = Dir.Write("f.xllt", "<letter-list version=\"1.0\"><body><letter>AZQ</letter></body></letter-list>");
-    EXPECT_EQ(run(abz, filter.string()).first, ConversionOutcome::Finished);
-    EXPECT_EQ(codes(abz), "A ");
+    // A 4-level grid re-saved with white at index 2 (as an editor reorders it):
+    // the pixels keep their colours, the indices move.
+    WriteGrid(2);
+    GridBytes grid(Grid);
+    const int moved[5] = {2, 1, 3, 0, 4};
+    const uint32_t colors[4] = {0x000000, 0xAAAAAA, 0xFFFFFF, 0x555555};
+    for (int i = 0; i < 4; ++i) grid.SetPalette(i, colors[i]);
+    for (int y = 0; y < grid.Height(); ++y)
+        for (int x = 0; x < grid.Width(); ++x)
+            grid.At(x, y) = static_cast<char>(moved[static_cast<uint8_t>(grid.At(x, y))]);
+    grid.Save();
+    EXPECT_EQ(Read(Grid, Abcd, 2), "");
     EXPECT_EQ(Pg.Warnings, std::vector<std::string>{
-                               "A char ('Z': U+005A) included in the Filter is not include in the INPUT font."});
+                               "The palette is not in the grid's order (white at index 0, then the greys, black at "
+                               "index 3): white is at index 2, and index 0 (#000000) reads as level 2 though its "
+                               "color is level 3."});
+}
 
-    // Broken inputs end the run with their message.
-    auto bad = Dir.Write("bad.xlor", "<letter-order version=\"1.0\"><body>");
-    auto [outcome, errors] = run(bad, "");
-    EXPECT_EQ(outcome, ConversionOutcome::Failed);
-    ASSERT_EQ(errors.size(), 1u);
-    EXPECT_EQ(errors[0].rfind("XML Error:\n " + bad.string() + " : line 1", 0), 0u) << errors[0];
-    auto wide = Dir.Write("wide.xlor", OrderFile("A", 1000000000));
-    std::tie(outcome, errors) = run(wide, "");
-    EXPECT_EQ(outcome, ConversionOutcome::Failed);
-    ASSERT_EQ(errors.size(), 1u);
-    EXPECT_EQ(errors[0].rfind("BMP Error:\n", 0), 0u);
+TEST_F(BmpFontEdits, GlyphsWithoutWidthLinesAndGridsWithoutInk) {
+    WriteGrid(1);
+    // Pitch 12 x 16: the width lines lie in row 13, columns 2 ... 9 of each cell.
+    GridBytes grid(Grid);
+    for (int cell : {1, 3})
+        for (int x = 2; x < 10; ++x) grid.At(cell * 12 + x, 13) = 0;
+    grid.Save();
+    EXPECT_EQ(Read(Grid, Abcd, 1), "");
+    EXPECT_EQ(Pg.Warnings,
+              std::vector<std::string>{"2 glyphs have ink but no width line, so their advance is 0: 'B' (U+0042), "
+                                       "'D' (U+0044)."});
+    const CGlyph* b = Font->FindGlyph('B');
+    EXPECT_EQ(b->LeftSpace + b->Ink.Width() + b->RightSpace, 0);
+
+    // Every ink pixel erased: a grid without ink is an error, not an empty font.
+    for (int y = 2; y < 12; ++y)
+        for (int x = 0; x < 48; ++x)
+            if (x % 12 >= 2 && x % 12 < 10) grid.At(x, y) = 0;
+    grid.Save();
+    auto noInk = [](const std::filesystem::path& p) {
+        return "BMP Error:\n No cell of BMP(" + p.string() +
+               ") holds any ink: draw the glyphs in the cells' glyph areas, and read the picture with the number of "
+               "colors it was drawn with.";
+    };
+    EXPECT_EQ(Read(Grid, Abcd, 1), noInk(Grid));
+
+    // So is a blank template, BMP or PNG, horizontal or vertical.
+    CGlyphOrder order;
+    order.Load(Abcd);
+    for (bool vertical : {false, true})
+        for (const char* name : {"blank.bmp", "blank.png"}) {
+            Grid = Dir / name;
+            WriteGridTemplate(Grid, order, GridTemplateSettings{8, 10, 7, 2, vertical});
+            EXPECT_EQ(Read(Grid, Abcd, 2), noInk(Grid)) << name << vertical;
+            EXPECT_TRUE(Pg.Warnings.empty()) << name << vertical;
+        }
 }

@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include "core/general_exception.h"
 #include "core/headless_pg_ctrl.h"
+#include "xmlfiles/test_support.h"
+#include <filesystem>
+#include "core/general_exception.h"
 
 namespace {
 
@@ -20,15 +22,6 @@ std::unique_ptr<CGlyph> Glyph(int w, int h, int ascent, int left = 0, int right 
     g->LeftSpace = left;
     g->RightSpace = right;
     return g;
-}
-
-std::string PrepareError(CFontData& font) {
-    try {
-        font.PrepareForOutput();
-    } catch (const CGeneralException& e) {
-        return e.Message;
-    }
-    return "";
 }
 
 }  // namespace
@@ -69,48 +62,36 @@ TEST(FontData, PrepareDerivesCellFromInkAndKeepsReaderValues) {
     g->BottomSpace = 3;
     font.AddGlyph(std::move(g), 'C');
     font.PrepareForOutput();
-    const std::pair<int, int> values[] = {
-        {font.Baseline.Value, 5}, {font.CellHeight.Value, 6}, {font.CellWidth.Value, 4},
-        {font.MaxCharWidth.Value, 8}, {font.MaxCharHeight.Value, 6}, {font.LineHeight.Value, 6},
-        {font.DefaultWidth.Value.GlyphWidth, 4}, {font.DefaultWidth.Value.CharWidth, 4},
-        {font.GetGlyphs().front()->Code, ' '}, {font.FindGlyph('C')->Index, 3}};
-    for (std::size_t i = 0; i < std::size(values); ++i) EXPECT_EQ(values[i].first, values[i].second) << i;
+    EXPECT_EQ(std::vector<int>({font.Baseline.Value, font.CellHeight.Value, font.CellWidth.Value, font.MaxCharWidth.Value,
+                                font.MaxCharHeight.Value, font.LineHeight.Value, font.DefaultWidth.Value.GlyphWidth,
+                                font.DefaultWidth.Value.CharWidth, font.GetGlyphs().front()->Code, font.FindGlyph('C')->Index}),
+              std::vector<int>({5, 6, 4, 8, 6, 6, 4, 4, ' ', 3}));
     font.IsVertical.Set(true);
     font.PrepareForOutput();
     EXPECT_EQ(font.Baseline.Value, 4);  // from RightExtent
 
-    // Values a reader set stay; ink-less fonts get zero cells; negative advances count as 0.
-    CFontData blank;
-    blank.Bpp.Set(1);
-    blank.LineHeight.Set(17);
-    blank.DefaultWidth.Set(CharWidths{-1, 3, 9});
-    blank.AddGlyph(Glyph(0, 0, 0, 3, 4), ' ');
-    blank.AddGlyph(Glyph(0, 0, 0, -5, 1), 0x3000);
-    blank.PrepareForOutput();
-    EXPECT_EQ(std::vector<int>({blank.Baseline.Value, blank.CellWidth.Value, blank.CellHeight.Value,
-                                blank.MaxCharWidth.Value, blank.LineHeight.Value, blank.DefaultWidth.Value.Left,
-                                blank.DefaultWidth.Value.CharWidth}),
-              std::vector<int>({0, 0, 0, 7, 17, -1, 9}));
-    CFontData negative;
-    negative.Bpp.Set(1);
-    negative.AddGlyph(Glyph(2, 2, 2, -5, -1), 'x');
-    negative.PrepareForOutput();
-    EXPECT_EQ(negative.MaxCharWidth.Value, 0);
+    // The depth's range edges.
+    font.Bpp = {};
+    EXPECT_EQ(ErrorOf([&] { font.PrepareForOutput(); }), "Internal Error:\n Bits Per Pixel(0) is not specified");
+    for (int bpp : {0, 1, 8, 9}) {
+        font.Bpp.Set(bpp);
+        EXPECT_EQ(ErrorOf([&] { font.PrepareForOutput(); }),
+                  bpp == 1 || bpp == 8 ? "" : FormatString("Internal Error:\n Bits Per Pixel(%d) is out of range", bpp));
+    }
 }
 
-TEST(FontData, PrepareChecksInOrder) {
-    CFontData font;
-    font.Bpp.Set(0);
-    EXPECT_EQ(PrepareError(font), "Parameter Error:\n No glyphs in output.");
-    font.AddGlyph(Glyph(1, 1, 1), 'a');
-    font.Bpp = {};
-    EXPECT_EQ(PrepareError(font), "Internal Error:\n Bits Per Pixel(0) is not specified");
-    for (int bpp : {0, 9}) {
-        font.Bpp.Set(bpp);
-        EXPECT_EQ(PrepareError(font), FormatString("Internal Error:\n Bits Per Pixel(%d) is out of range", bpp));
-    }
-    for (int bpp : {1, 8}) {
-        font.Bpp.Set(bpp);
-        EXPECT_EQ(PrepareError(font), "") << bpp;
-    }
+TEST(FormatString, ConversionsAndTheCutAt1023Characters) {
+    EXPECT_EQ(FormatString("%s|%s", "x", std::filesystem::path("/tmp/f.xlor")), "x|/tmp/f.xlor");
+    EXPECT_EQ(FormatString("(%d,%d)", -3, 12), "(-3,12)");
+    EXPECT_EQ(FormatString("'%c': U+%04X", u'\u3042', 0x3042), "'\u3042': U+3042");
+    EXPECT_EQ(FormatString("100%% %d", 5), "100% 5");
+    // A '%' inside an argument is shown as it stands.
+    EXPECT_EQ(FormatString("(%s).", std::string("50%d%s.bmp")), "(50%d%s.bmp).");
+
+    EXPECT_EQ(FormatString("%s", std::string(2000, 'x')).size(), 1023u);
+    const std::string exact(1023, 'y');
+    EXPECT_EQ(FormatString("%s", exact), exact);
+    std::string kana;
+    for (int i = 0; i < 1500; ++i) kana += "\u3042";
+    EXPECT_EQ(FormatString("a%s", kana), "a" + kana.substr(0, 1022 * 3));  // never inside a character
 }

@@ -95,7 +95,7 @@ TEST_F(WindowTest, OutputBmpMarginsMirrorAndZglyEncodingMustMatch) {
     auto w = Open();
     EXPECT_EQ(w->OutZarnic->EncodingList->currentIndex(), -1);
     for (QRadioButton* r : w->OutZarnic->RotationRadios) EXPECT_FALSE(r->isChecked());
-    EXPECT_EQ(MessageOf([&] { w->OutZarnic->CreateWriter(); }), "Parameter Error:\n Outout encoding is not selected.");
+    EXPECT_EQ(ErrorOf([&] { w->OutZarnic->CreateWriter(); }), "Parameter Error:\n Outout encoding is not selected.");
     // Margin mode with equal margins: the left margin shows in the right one
     // too, whose own key keeps its value.
     ASSERT_TRUE(w->OutBmp->MarginRadio->isChecked());
@@ -107,7 +107,7 @@ TEST_F(WindowTest, OutputBmpMarginsMirrorAndZglyEncodingMustMatch) {
     EXPECT_EQ(s.GetInt("OutBmp", "MarginLeft", 77), 3);
     // A raster-only setting of the Windows panel: the size passes negated.
     w->InWin->SizeCombo->setEditText("0");
-    EXPECT_EQ(MessageOf([&] { w->InWin->CreateReader(); }), "Parameter Error:\n Invalid Font Size(0)");
+    EXPECT_EQ(ErrorOf([&] { w->InWin->CreateReader(); }), "Parameter Error:\n Invalid Font Size(0)");
 }
 
 TEST_F(WindowTest, PathHistoryAndItsTipInTheField) {

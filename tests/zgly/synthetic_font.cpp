@@ -1,8 +1,5 @@
 #include "synthetic_font.h"
 
-#include <atomic>
-#include <unistd.h>
-
 #include "core/bit_stream.h"
 #include "core/font_filter.h"
 #include "core/glyph_order.h"
@@ -13,25 +10,19 @@
 
 namespace {
 
-class CRandom {
-public:
+struct CRandom {
     explicit CRandom(uint32_t seed) : State(seed * 2654435761u + 12345u) {}
     int Next(int n) {
         State = State * 1664525u + 1013904223u;
         return static_cast<int>((State >> 8) % static_cast<uint32_t>(n));
     }
-
-private:
     uint32_t State;
 };
 
 // Uses the given progress interface, or a silent one, as g_pPgCtrl for a call.
-class CPgScope {
-public:
+struct CPgScope {
     explicit CPgScope(CPgCtrl* pg) : Saved(g_pPgCtrl) { g_pPgCtrl = pg ? pg : &Silent; }
     ~CPgScope() { g_pPgCtrl = Saved; }
-
-private:
     CHeadlessPgCtrl Silent;
     CPgCtrl* Saved;
 };
@@ -93,17 +84,4 @@ std::unique_ptr<CFontData> ReadZgly(const std::filesystem::path& path, CPgCtrl* 
     auto font = std::make_unique<CFontData>();
     reader.Read(*font, CFontFilter());
     return font;
-}
-
-CScratchDir::CScratchDir() {
-    static std::atomic<int> counter{0};
-    Dir = std::filesystem::temp_directory_path() /
-          ("glyphwright-" + std::to_string(::getpid()) + "-" + std::to_string(counter++));
-    std::filesystem::remove_all(Dir);
-    std::filesystem::create_directories(Dir);
-}
-
-CScratchDir::~CScratchDir() {
-    std::error_code ec;
-    std::filesystem::remove_all(Dir, ec);
 }

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "core/font_data.h"
+#include "xmlfiles/test_support.h"
 
 class CPgCtrl;
 
@@ -40,15 +41,6 @@ void WriteSyntheticZgly(CFontData& font, const std::filesystem::path& path, int 
 std::unique_ptr<CFontData> ReadZgly(const std::filesystem::path& path, CPgCtrl* pg = nullptr);
 
 // A fresh empty directory under the temp directory, removed by its destructor.
-class CScratchDir {
-public:
-    CScratchDir();
-    ~CScratchDir();
-    CScratchDir(const CScratchDir&) = delete;
-    CScratchDir& operator=(const CScratchDir&) = delete;
-    std::filesystem::path operator/(const std::string& name) const { return Dir / name; }
+struct CScratchDir : CTempDir {
     const std::filesystem::path& Path() const { return Dir; }
-
-private:
-    std::filesystem::path Dir;
 };

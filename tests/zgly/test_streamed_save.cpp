@@ -51,7 +51,7 @@ TEST(StreamedSave, SameBytesAsABlockInMemoryAndWrongLengthsRefused) {
         longer.push_back(12);
         auto block = Streamed(longer, pieces);
         block.Length = 11;
-        EXPECT_EQ(MessageOf([&] { CFontBlockFile(dir / "held.zgly").Save(rest, block); }), message);
+        EXPECT_EQ(ErrorOf([&] { CFontBlockFile(dir / "held.zgly").Save(rest, block); }), message);
         EXPECT_EQ(FileBytes(dir / "held.zgly"), expected);
     }
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir.Path()), {}), 2);  // no temporary left
