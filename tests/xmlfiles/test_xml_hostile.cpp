@@ -51,11 +51,6 @@ TEST(HostileXml, RefusesOutsideReferencesAndEntityBombs) {
     EXPECT_TRUE(IsXmlError(external)) << external;
     EXPECT_NE(external.find("secret.txt"), std::string::npos) << external;
 
-    std::string device = load("<?xml version=\"1.0\"?><!DOCTYPE letter-order SYSTEM \"/dev/zero\">"
-                              "<letter-order version=\"1.0\"><body><order>a</order></body></letter-order>");
-    EXPECT_TRUE(IsXmlError(device)) << device;
-    EXPECT_NE(device.find("o.xlor"), std::string::npos) << device;
-
     std::string exploded = load(Doc("letter-order", Bomb()));
     EXPECT_TRUE(IsXmlError(exploded)) << exploded;
 
