@@ -14,7 +14,7 @@ grep -q '^test_ui:' <(cmake --build "$BUILD" --target help 2>/dev/null | sed 's/
 PATTERN=${1:-}
 
 FAULTS=$(cat <<'LIST'
-vertical-upright-mirrored | sources/letterer.cpp | s/b\.Pixels\[x \* w \+ \(w - 1 - r\)\]/b.Pixels[x * w + r]/
+vertical-upright-mirrored | sources/letterer.cpp | s/b\.Pixels\[x \* b\.Pitch \+ \(w - 1 - r\)\]/b.Pixels[x * b.Pitch + r]/
 grey-rounding | sources/vector_letterer.cpp | s/\(v \* 16 \+ 127\) \/ 255/(v * 16) \/ 255/
 size-as-cell-height | cli/convert_options.cpp | s/s\.FontSize = d\.Size \? -\*d\.Size/s.FontSize = d.Size ? *d.Size/
 margins-right-from-top | cli/convert_options.cpp | s/o\.MarginRight = v\.size\(\) == 4 \? v\[2\] : v\[0\]/o.MarginRight = v.size() == 4 ? v[2] : v[1]/
@@ -27,7 +27,7 @@ baseline-minus-129 | zgly/zarnic_font_writer.cpp | s/Baseline\.Value < -128\)/Ba
 left-space-edge | zgly/zarnic_font_writer.cpp | s/DefaultLeftSpace > 127\)/DefaultLeftSpace > 128)/
 default-width-edge | zgly/zarnic_font_writer.cpp | s/DefaultWidth > cellWidth\)/DefaultWidth >= cellWidth)/
 right-space-edge | zgly/zarnic_font_writer.cpp | s/high = 127 - width - left/high = 128 - width - left/
-cell-width-256 | zgly/zarnic_font_writer.cpp | s/work\.CellWidth\.Value > MaxByte\)/work.CellWidth.Value >= MaxByte)/
+cell-width-256 | zgly/zarnic_font_writer.cpp | s/font\.CellWidth\.Value > MaxByte\)/font.CellWidth.Value >= MaxByte)/
 bmp-file-size-field | bmpfont/bmp_file.cpp | s/BmpFileHeaderBytes \+ BmpInfoHeaderBytes \+ paletteBytes \+ image\.ImageSize/BmpFileHeaderBytes + BmpInfoHeaderBytes + image.ImageSize/
 bmp-palette-index-0 | bmpfont/grid_warnings.cpp | s/index == 0 \? white : index/index/
 two-whites-warning-dropped | bmpfont/bmp_font_reader.cpp | s/ReportWarning\(g_pPgCtrl, "2 or more white colors are found."\);/;/
