@@ -7,6 +7,8 @@
 #include <optional>
 #include <set>
 
+#include "cli/option_words.h"
+
 namespace {
 
 // Options that take a value, and the flags that take none.
@@ -218,20 +220,12 @@ CliOptions ParseConvertOptions(const std::vector<std::string>& args) {
     OutputFlags flags;
 
     for (std::size_t i = 0; i < args.size(); ++i) {
-        std::string name = args[i], value;
-        if (name.empty() || name[0] != '-')
-            Fail("'" + name + "' is not an option. " + NeedsInput + " and an output (--to-zgly or --to-bmp), " +
+        if (args[i].empty() || args[i][0] != '-')
+            Fail("'" + args[i] + "' is not an option. " + NeedsInput + " and an output (--to-zgly or --to-bmp), " +
                  "each followed by its file or face");
-        if (auto eq = name.find('='); name.rfind("--", 0) == 0 && eq != std::string::npos) {
-            value = name.substr(eq + 1);
-            name = name.substr(0, eq);
-            if (!ValueOptions.count(name)) Fail(name + " takes no value");
-        } else if (ValueOptions.count(name)) {
-            if (i + 1 >= args.size()) Fail(name + " needs a value");
-            value = args[++i];
-        } else if (!FlagOptions.count(name)) {
-            Fail("unknown option '" + name + "'");
-        }
+        const OptionWord word = ReadOptionWord(args, i, ValueOptions, FlagOptions);
+        const std::string& name = word.Name;
+        const std::string& value = word.Value;
 
         if (SourceStarts.count(name)) {
             // Source options given before the first source belong to it.

@@ -1,6 +1,7 @@
 #include "cli/options.h"
 
 #include "cli/convert_options.h"
+#include "cli/option_words.h"
 
 #include <cerrno>
 #include <cstdint>
@@ -42,22 +43,14 @@ CliOptions ParsePreview(const std::vector<std::string>& args) {
     bool haveText = false;
     const std::set<std::string> values = {"--text", "--out", "--zoom", "--ink", "--paper"};
     for (std::size_t i = 0; i < args.size(); ++i) {
-        std::string name = args[i], value;
-        if (name.rfind("--", 0) != 0) {
+        if (args[i].rfind("--", 0) != 0) {
             if (!o.InfoPath.empty()) Fail("preview takes one ZGLY file");
-            o.InfoPath = name;
+            o.InfoPath = args[i];
             continue;
         }
-        if (auto eq = name.find('='); eq != std::string::npos) {
-            value = name.substr(eq + 1);
-            name = name.substr(0, eq);
-            if (!values.count(name)) Fail(name + " takes no value");
-        } else if (values.count(name)) {
-            if (i + 1 >= args.size()) Fail(name + " needs a value");
-            value = args[++i];
-        } else if (name != "--sheet" && name != "--guides") {
-            Fail("unknown option '" + name + "'");
-        }
+        const OptionWord word = ReadOptionWord(args, i, values, {"--sheet", "--guides"});
+        const std::string& name = word.Name;
+        const std::string& value = word.Value;
         if (!seen.insert(name).second) Fail(name + " is given twice");
         if (name == "--text") { o.PreviewText = UnescapeText(value); haveText = true; }
         else if (name == "--sheet") o.Sheet = true;
