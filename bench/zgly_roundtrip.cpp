@@ -39,15 +39,15 @@ int main(int argc, char** argv) {
             return 2;
         }
     }
-    SyntheticFontSpec fontSpec;
-    fontSpec.Codes = BenchCodes(glyphs);
-    fontSpec.CellWidth = 16;
-    fontSpec.CellHeight = 16;
-    fontSpec.Origin = 13;
-    fontSpec.Vertical = vertical;
+    SyntheticFontShape fontShape;
+    fontShape.Codes = BenchCodes(glyphs);
+    fontShape.CellWidth = 16;
+    fontShape.CellHeight = 16;
+    fontShape.Origin = 13;
+    fontShape.Vertical = vertical;
     try {
         if (!makePath.empty()) {
-            auto font = MakeSyntheticFont(fontSpec);
+            auto font = MakeSyntheticFont(fontShape);
             font->AlternateChar.Set(u'?');
             WriteSyntheticZgly(*font, makePath);
             return 0;
@@ -55,7 +55,7 @@ int main(int argc, char** argv) {
         auto dir = std::filesystem::temp_directory_path() / "glyphwright-bench";
         std::filesystem::create_directories(dir);
         auto path = dir / "roundtrip.zgly";
-        auto font = MakeSyntheticFont(fontSpec);
+        auto font = MakeSyntheticFont(fontShape);
         auto start = std::chrono::steady_clock::now();
         WriteSyntheticZgly(*font, path);
         double write = Seconds(start);

@@ -155,16 +155,16 @@ void ZglySeeds(const fs::path& out) {
     };
     int n = 0;
     for (Kind k : {Kind{1, false, 1}, Kind{2, false, 2}, Kind{4, true, 1}, Kind{8, false, 3}, Kind{2, true, 2}}) {
-        SyntheticFontSpec fontSpec;
-        fontSpec.Codes = CodeRange(0x20, 12);
-        for (uint16_t c : {0x3042, 0x30A2, 0x4E00, 0xFF61}) fontSpec.Codes.push_back(c);
-        fontSpec.CellWidth = 6;
-        fontSpec.CellHeight = 8;
-        fontSpec.Origin = 6;
-        fontSpec.Bpp = k.Bpp;
-        fontSpec.Vertical = k.Vertical;
-        fontSpec.Seed = static_cast<uint32_t>(n + 1);
-        auto font = MakeSyntheticFont(fontSpec);
+        SyntheticFontShape fontShape;
+        fontShape.Codes = CodeRange(0x20, 12);
+        for (uint16_t c : {0x3042, 0x30A2, 0x4E00, 0xFF61}) fontShape.Codes.push_back(c);
+        fontShape.CellWidth = 6;
+        fontShape.CellHeight = 8;
+        fontShape.Origin = 6;
+        fontShape.Bpp = k.Bpp;
+        fontShape.Vertical = k.Vertical;
+        fontShape.Seed = static_cast<uint32_t>(n + 1);
+        auto font = MakeSyntheticFont(fontShape);
         fs::path path = out / "zgly_reader" / ("font" + std::to_string(n++) + ".zgly");
         fs::create_directories(path.parent_path());
         WriteSyntheticZgly(*font, path, k.Encoding);

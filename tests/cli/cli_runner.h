@@ -50,13 +50,13 @@ struct FontShape {
 };
 
 inline std::filesystem::path MakeFont(const CScratchDir& dir, const std::string& name, const FontShape& shape = {}) {
-    SyntheticFontSpec spec;
-    spec.Codes = CodeRange(shape.First, shape.Count);
+    SyntheticFontShape synthetic;
+    synthetic.Codes = CodeRange(shape.First, shape.Count);
     auto kana = CodeRange(0x3041, shape.Kana);
-    spec.Codes.insert(spec.Codes.end(), kana.begin(), kana.end());
-    spec.Vertical = shape.Vertical;
-    spec.Seed = shape.Seed;
-    auto font = MakeSyntheticFont(spec);
+    synthetic.Codes.insert(synthetic.Codes.end(), kana.begin(), kana.end());
+    synthetic.Vertical = shape.Vertical;
+    synthetic.Seed = shape.Seed;
+    auto font = MakeSyntheticFont(synthetic);
     if (shape.Alt) font->AlternateChar.Set(u'?');
     WriteSyntheticZgly(*font, dir / name);
     return dir / name;

@@ -72,9 +72,9 @@ int RunInChild(bool unprivileged, long fileSizeLimit, const std::function<int()>
 }
 
 void WriteSourceFont(const fs::path& path) {
-    SyntheticFontSpec fontSpec;
-    fontSpec.Codes = CodeRange(0x20, 95);
-    WriteSyntheticZgly(*MakeSyntheticFont(fontSpec), path);
+    SyntheticFontShape fontShape;
+    fontShape.Codes = CodeRange(0x20, 95);
+    WriteSyntheticZgly(*MakeSyntheticFont(fontShape), path);
 }
 
 // One whole conversion run from a ZGLY source to a ZGLY file or a glyph grid.

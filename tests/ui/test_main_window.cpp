@@ -133,9 +133,9 @@ TEST_F(WindowTest, ErrorsAndWarningsGoToTheMessageWindow) {
 }
 
 TEST_F(WindowTest, PreviewFollowsTheZglyFieldAndTheRuns) {
-    SyntheticFontSpec fontSpec;
-    fontSpec.Codes = CodeRange(0x20, 95);
-    WriteSyntheticZgly(*MakeSyntheticFont(fontSpec), Dir / "in.zgly");
+    SyntheticFontShape fontShape;
+    fontShape.Codes = CodeRange(0x20, 95);
+    WriteSyntheticZgly(*MakeSyntheticFont(fontShape), Dir / "in.zgly");
     WriteFileText(Dir / "junk.zgly", "not a font at all, just text");
     auto w = Open();
     w->InputTabs->setCurrentIndex(1);

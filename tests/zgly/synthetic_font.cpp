@@ -35,14 +35,14 @@ std::vector<uint16_t> CodeRange(uint16_t first, int count) {
     return codes;
 }
 
-std::unique_ptr<CFontData> MakeSyntheticFont(const SyntheticFontSpec& fontSpec) {
+std::unique_ptr<CFontData> MakeSyntheticFont(const SyntheticFontShape& fontShape) {
     auto font = std::make_unique<CFontData>();
-    font->Bpp.Set(fontSpec.Bpp);
-    font->IsVertical.Set(fontSpec.Vertical);
-    const int w = fontSpec.CellWidth, h = fontSpec.CellHeight, maxValue = (1 << fontSpec.Bpp) - 1;
-    std::vector<uint8_t> cell(PackedBytes(w, h, fontSpec.Bpp) + 1);
-    for (uint16_t code : fontSpec.Codes) {
-        CRandom rnd(fontSpec.Seed * 65537u + code);
+    font->Bpp.Set(fontShape.Bpp);
+    font->IsVertical.Set(fontShape.Vertical);
+    const int w = fontShape.CellWidth, h = fontShape.CellHeight, maxValue = (1 << fontShape.Bpp) - 1;
+    std::vector<uint8_t> cell(PackedBytes(w, h, fontShape.Bpp) + 1);
+    for (uint16_t code : fontShape.Codes) {
+        CRandom rnd(fontShape.Seed * 65537u + code);
         std::fill(cell.begin(), cell.end(), 0);
         bool ink = code != 0x20 && code % 97 != 0;
         int x0 = rnd.Next(w / 2), y0 = rnd.Next(h / 2);
@@ -55,14 +55,14 @@ std::unique_ptr<CFontData> MakeSyntheticFont(const SyntheticFontSpec& fontSpec) 
                 // The box's corners are always inked so that the ink box is the box.
                 bool corner = (x == x0 || x == x1 - 1) && (y == y0 || y == y1 - 1);
                 uint32_t v = inside ? (corner ? maxValue : static_cast<uint32_t>(rnd.Next(maxValue + 1))) : 0;
-                out.Write(fontSpec.Bpp, v);
+                out.Write(fontShape.Bpp, v);
                 out.MarkPending();
             }
         out.Flush();
         auto glyph = std::make_unique<CGlyph>();
         // Negative space only beside ink, so that no advance is negative.
         int before = rnd.Next(4) - (ink ? 1 : 0), after = rnd.Next(3);
-        glyph->SetFromCell(cell.data(), w, h, fontSpec.Bpp, fontSpec.Vertical, before, after, fontSpec.Origin);
+        glyph->SetFromCell(cell.data(), w, h, fontShape.Bpp, fontShape.Vertical, before, after, fontShape.Origin);
         font->AddGlyph(std::move(glyph), code);
     }
     return font;

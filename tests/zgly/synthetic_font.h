@@ -13,7 +13,7 @@
 
 class CPgCtrl;
 
-struct SyntheticFontSpec {
+struct SyntheticFontShape {
     std::vector<uint16_t> Codes;
     int CellWidth = 12;
     int CellHeight = 16;
@@ -30,7 +30,7 @@ std::vector<uint16_t> CodeRange(uint16_t first, int count);
 
 // One glyph per code, added in the given order; the font is not prepared.
 // The space (0x0020) and every code divisible by 97 are ink-less.
-std::unique_ptr<CFontData> MakeSyntheticFont(const SyntheticFontSpec& fontSpec);
+std::unique_ptr<CFontData> MakeSyntheticFont(const SyntheticFontShape& fontShape);
 
 // Writes the font (prepared here if it is not yet) as a ZGLY file with the
 // writer's parameters not given unless passed; throws the writer's messages.

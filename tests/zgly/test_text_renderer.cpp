@@ -9,14 +9,14 @@
 namespace {
 
 std::unique_ptr<CFontData> MakeFont(bool vertical, int bpp) {
-    SyntheticFontSpec fontSpec;
-    fontSpec.Codes = CodeRange(0x20, 95);
-    for (uint16_t c : CodeRange(0x3041, 20)) fontSpec.Codes.push_back(c);
-    fontSpec.Codes.push_back(0xE9);  // no Shift_JIS form
-    fontSpec.Vertical = vertical;
-    fontSpec.Bpp = bpp;
-    fontSpec.Origin = vertical ? 9 : 13;
-    auto font = MakeSyntheticFont(fontSpec);
+    SyntheticFontShape fontShape;
+    fontShape.Codes = CodeRange(0x20, 95);
+    for (uint16_t c : CodeRange(0x3041, 20)) fontShape.Codes.push_back(c);
+    fontShape.Codes.push_back(0xE9);  // no Shift_JIS form
+    fontShape.Vertical = vertical;
+    fontShape.Bpp = bpp;
+    fontShape.Origin = vertical ? 9 : 13;
+    auto font = MakeSyntheticFont(fontShape);
     font->AlternateChar.Set(u'?');
     font->LineHeight.Set(vertical ? 14 : 19);
     font->PrepareForOutput();

@@ -15,18 +15,18 @@ TEST(ZglyReader, RoundTripsEveryEncodingInEveryRotation) {
     for (int encoding : {EncodingUtf8, EncodingUtf16, EncodingShiftJis, EncodingCp1252})
         for (bool vertical : {false, true})
             for (int rotation = 0; rotation < 4; ++rotation) {
-                SyntheticFontSpec fontSpec;
-                fontSpec.Codes = CodeRange(0x20, 95);  // one direct block
+                SyntheticFontShape fontShape;
+                fontShape.Codes = CodeRange(0x20, 95);  // one direct block
                 if (encoding != EncodingShiftJis)
-                    for (uint16_t c : CodeRange(0xA0, 50)) fontSpec.Codes.push_back(c);
+                    for (uint16_t c : CodeRange(0xA0, 50)) fontShape.Codes.push_back(c);
                 if (encoding != EncodingCp1252) {
-                    for (uint16_t c : CodeRange(0x3041, 30)) fontSpec.Codes.push_back(c);
-                    fontSpec.Codes.push_back(0x4E00);
+                    for (uint16_t c : CodeRange(0x3041, 30)) fontShape.Codes.push_back(c);
+                    fontShape.Codes.push_back(0x4E00);
                 }
-                fontSpec.Vertical = vertical;
-                fontSpec.Bpp = 1 + rotation * 2;
-                fontSpec.Origin = vertical ? 9 : 13;
-                auto font = MakeSyntheticFont(fontSpec);
+                fontShape.Vertical = vertical;
+                fontShape.Bpp = 1 + rotation * 2;
+                fontShape.Origin = vertical ? 9 : 13;
+                auto font = MakeSyntheticFont(fontShape);
                 font->AlternateChar.Set(u'?');
                 font->LineHeight.Set(21);
                 font->PrepareForOutput();
@@ -36,7 +36,7 @@ TEST(ZglyReader, RoundTripsEveryEncodingInEveryRotation) {
                 ExpectSameGlyphs(*font, *back, what);
                 EXPECT_EQ(back->AlternateChar.Value, u'?') << what;
                 EXPECT_EQ(back->LineHeight.Value, 21) << what;
-                EXPECT_EQ(back->Bpp.Value, fontSpec.Bpp) << what;
+                EXPECT_EQ(back->Bpp.Value, fontShape.Bpp) << what;
                 if (vertical) continue;
                 // Horizontal fonts come back exactly: writing again gives the same file.
                 back->PrepareForOutput();
@@ -69,9 +69,9 @@ TEST(ZglyReader, WhatTheFileLacksOrCannotSay) {
     EXPECT_EQ(ReadZgly(dir / "lead.zgly", &pg)->GlyphCount(), 0u);
     EXPECT_EQ(pg.Warnings, std::vector<std::string>{" Can't represent input character(0x0082) in the Unicode character set."});
     // The alternate character is taken even when the filter leaves it out.
-    SyntheticFontSpec fontSpec;
-    fontSpec.Codes = CodeRange(0x41, 4);
-    auto font = MakeSyntheticFont(fontSpec);
+    SyntheticFontShape fontShape;
+    fontShape.Codes = CodeRange(0x41, 4);
+    auto font = MakeSyntheticFont(fontShape);
     font->AlternateChar.Set(u'C');
     WriteSyntheticZgly(*font, dir / "a.zgly");
     pg.Statuses.clear();

@@ -151,11 +151,11 @@ TEST(ZglyWriter, WidthEntriesFollowTheTurn) {
 // The offsets in FINF, CWDH and CMAP chain every block of a written file, in file order.
 TEST(ZglyWriter, OffsetsChainTheBlocks) {
     CScratchDir dir;
-    SyntheticFontSpec fontSpec;
-    fontSpec.Codes = CodeRange(0x20, 95);  // a direct block
-    for (uint16_t c : {0x3042, 0x4E00, 0x7000, 0x9000}) fontSpec.Codes.push_back(c);  // and a scan block
-    for (uint16_t c : CodeRange(0x100, 40)) fontSpec.Codes.push_back(c);  // and a table or direct block
-    WriteSyntheticZgly(*MakeSyntheticFont(fontSpec), dir / "c.zgly");
+    SyntheticFontShape fontShape;
+    fontShape.Codes = CodeRange(0x20, 95);  // a direct block
+    for (uint16_t c : {0x3042, 0x4E00, 0x7000, 0x9000}) fontShape.Codes.push_back(c);  // and a scan block
+    for (uint16_t c : CodeRange(0x100, 40)) fontShape.Codes.push_back(c);  // and a table or direct block
+    WriteSyntheticZgly(*MakeSyntheticFont(fontShape), dir / "c.zgly");
     auto b = FileBytes(dir / "c.zgly");
     std::map<std::string, std::vector<uint32_t>> contents;  // tag -> content offsets, in file order
     for (std::size_t at = 16; at + 8 <= b.size(); at += U32At(b, at + 4))
