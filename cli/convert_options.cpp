@@ -3,7 +3,6 @@
 #include <cerrno>
 #include <cstdint>
 #include <cstdlib>
-#include <map>
 #include <optional>
 #include <set>
 
@@ -11,31 +10,65 @@
 
 namespace {
 
-// Options that take a value, and the flags that take none.
-const std::set<std::string> ValueOptions = {
-    "--from-zgly", "--from-bmp",     "--from-order",    "--colors",       "--from-font", "--size",
-    "--cell-height", "--levels",     "--width",         "--fixed-width",  "--from-lc",   "--lc-half",
-    "--to-zgly",    "--encoding",    "--alt-char",      "--line-height",  "--default-left", "--default-width",
-    "--default-right", "--rotation", "--to-bmp",        "--to-order",     "--cell",      "--offset",
-    "--margins",    "--filter",      "--style",         "--chars",        "--chars-file", "--range"};
-const std::set<std::string> FlagOptions = {"--no-soft-aa", "--lc-proportional", "--lc-half-proportional",
-                                           "--vertical",   "--no-grid",         "--quiet"};
-// Each of these starts a source (or completes an LC source that has only the other file).
-const std::set<std::string> SourceStarts = {"--from-zgly", "--from-bmp", "--from-font", "--from-lc", "--lc-half"};
-// The characters may be listed many times; the run takes them all.
-const std::set<std::string> Repeatable = {"--chars", "--chars-file", "--range"};
+using V = OptionValue;
+using G = OptionGroup;
+using I = InputKind;
+using O = OutputKind;
 
-// Which input or output an option belongs to.
-const std::map<std::string, InputKind> InputOwner = {
-    {"--from-order", InputKind::Bmp},   {"--colors", InputKind::Bmp},        {"--size", InputKind::Font},
-    {"--cell-height", InputKind::Font}, {"--levels", InputKind::Font},       {"--width", InputKind::Font},
-    {"--fixed-width", InputKind::Font}, {"--no-soft-aa", InputKind::Font},   {"--lc-proportional", InputKind::Lc},
-    {"--lc-half-proportional", InputKind::Lc}, {"--vertical", InputKind::Lc}, {"--style", InputKind::Font}};
-const std::map<std::string, OutputKind> OutputOwner = {
-    {"--encoding", OutputKind::Zgly},     {"--alt-char", OutputKind::Zgly},     {"--line-height", OutputKind::Zgly},
-    {"--default-left", OutputKind::Zgly}, {"--default-width", OutputKind::Zgly}, {"--default-right", OutputKind::Zgly},
-    {"--rotation", OutputKind::Zgly},     {"--to-order", OutputKind::Bmp},      {"--no-grid", OutputKind::Bmp},
-    {"--cell", OutputKind::Bmp},          {"--offset", OutputKind::Bmp},        {"--margins", OutputKind::Bmp}};
+const std::vector<ConvertOption> Table = {
+    {"--from-font", V::Text, G::Input, I::Font},
+    {"--from-bmp", V::Text, G::Input, I::Bmp, O::None, true},
+    {"--from-zgly", V::Text, G::Input, I::Zgly, O::None, true},
+    {"--from-lc", V::Text, G::Input, I::Lc, O::None, true},
+    {"--lc-half", V::Text, G::LcHalf, I::Lc, O::None, true},
+    {"--style", V::Text, G::Source, I::Font},
+    {"--from-order", V::Text, G::Source, I::Bmp, O::None, true},
+    {"--colors", V::Number, G::Source, I::Bmp},
+    {"--size", V::Number, G::Source, I::Font},
+    {"--cell-height", V::Number, G::Source, I::Font},
+    {"--levels", V::Number, G::Source, I::Font},
+    {"--width", V::Text, G::Source, I::Font},
+    {"--fixed-width", V::Number, G::Source, I::Font},
+    {"--no-soft-aa", V::Flag, G::Source, I::Font},
+    {"--lc-proportional", V::Flag, G::Source, I::Lc},
+    {"--lc-half-proportional", V::Flag, G::Source, I::Lc},
+    {"--vertical", V::Flag, G::Source, I::Lc},
+    {"--to-zgly", V::Text, G::Output, I::None, O::Zgly, true},
+    {"--to-bmp", V::Text, G::Output, I::None, O::Bmp, true},
+    {"--encoding", V::Text, G::Run, I::None, O::Zgly},
+    {"--alt-char", V::Text, G::Run, I::None, O::Zgly},
+    {"--line-height", V::Number, G::Run, I::None, O::Zgly},
+    {"--default-left", V::Number, G::Run, I::None, O::Zgly},
+    {"--default-width", V::Number, G::Run, I::None, O::Zgly},
+    {"--default-right", V::Number, G::Run, I::None, O::Zgly},
+    {"--rotation", V::Number, G::Run, I::None, O::Zgly},
+    {"--to-order", V::Text, G::Run, I::None, O::Bmp, true},
+    {"--no-grid", V::Flag, G::Run, I::None, O::Bmp},
+    {"--cell", V::Pair, G::Run, I::None, O::Bmp, false, 'x'},
+    {"--offset", V::Pair, G::Run, I::None, O::Bmp, false, ','},
+    {"--margins", V::Pair, G::Run, I::None, O::Bmp, false, ','},
+    {"--filter", V::Text, G::Run, I::None, O::None, true},
+    {"--chars", V::Texts, G::Run},
+    {"--chars-file", V::Texts, G::Run, I::None, O::None, true},
+    {"--range", V::Codes, G::Run},
+    {"--quiet", V::Flag, G::Run},
+};
+
+const ConvertOption& Find(const std::string& name) {
+    for (const ConvertOption& o : Table)
+        if (name == o.Name) return o;
+    throw CUsageError("unknown option '" + name + "'");
+}
+
+std::set<std::string> Names(bool flags) {
+    std::set<std::string> names;
+    for (const ConvertOption& o : Table)
+        if ((o.Value == V::Flag) == flags) names.insert(o.Name);
+    return names;
+}
+
+const std::set<std::string> ValueOptions = Names(false);
+const std::set<std::string> FlagOptions = Names(true);
 
 const char* const NeedsInput = "convert needs an input (--from-zgly, --from-bmp, --from-font or --from-lc)";
 const char* const NeedsOutput = "convert needs an output (--to-zgly or --to-bmp)";
@@ -63,8 +96,6 @@ std::vector<int> ParseList(const std::string& option, const std::string& text, c
     return values;
 }
 
-const std::vector<std::string> Levels = {"2", "4", "8", "16"};
-
 // A source as it is being parsed: the options it has seen and the two size
 // options, which only make sense together.
 struct SourceDraft {
@@ -88,11 +119,11 @@ void ApplySourceOption(SourceDraft& d, const std::string& name, const std::strin
     else if (name == "--from-lc") { s.Input = InputKind::Lc; d.LcMain = value; }
     else if (name == "--lc-half") { s.Input = InputKind::Lc; s.LcHalfPath = value; }
     else if (name == "--from-order") s.FromOrder = value;
-    else if (name == "--colors") s.BmpBpp = 1 + ParseChoice(name, value, Levels);
+    else if (name == "--colors") s.BmpBpp = 1 + ParseChoice(name, value, LevelChoices);
     else if (name == "--size") d.Size = ParseIntOption(name, value);
     else if (name == "--cell-height") d.CellHeight = ParseIntOption(name, value);
-    else if (name == "--levels") s.FontBpp = 1 + ParseChoice(name, value, Levels);
-    else if (name == "--width") s.WidthType = ParseChoice(name, value, {"glyph", "keep-space", "margin", "fixed"});
+    else if (name == "--levels") s.FontBpp = 1 + ParseChoice(name, value, LevelChoices);
+    else if (name == "--width") s.WidthType = ParseChoice(name, value, WidthChoices);
     else if (name == "--fixed-width") s.FixedWidth = ParseIntOption(name, value);
     else if (name == "--no-soft-aa") s.SoftAA = false;
     else if (name == "--style") s.FontStyle = value;
@@ -113,7 +144,7 @@ void ApplyOutputOption(CliOptions& o, OutputFlags& f, const std::string& name, c
     };
     if (name == "--to-zgly") setOutput(OutputKind::Zgly);
     else if (name == "--to-bmp") setOutput(OutputKind::Bmp);
-    else if (name == "--encoding") o.Encoding = ParseChoice(name, value, {"utf-8", "utf-16", "shift_jis", "cp1252"});
+    else if (name == "--encoding") o.Encoding = ParseChoice(name, value, EncodingChoices);
     else if (name == "--alt-char") { o.AltCharGiven = true; o.AltCharText = value; }
     else if (name == "--line-height") o.LineHeight = ParseIntOption(name, value);
     else if (name == "--default-left") o.DefaultLeft = ParseIntOption(name, value);
@@ -155,7 +186,7 @@ void FinishSource(SourceDraft& d, std::size_t number, std::size_t count, const C
     CliSource& s = d.Source;
     const std::string which = count > 1 ? " (source " + std::to_string(number) + ")" : "";
     for (const auto& name : d.Seen)
-        if (auto in = InputOwner.find(name); in != InputOwner.end() && in->second != s.Input)
+        if (const ConvertOption& in = Find(name); in.Group == G::Source && in.Input != s.Input)
             Fail(name + " does not apply to this input" + which);
     if (s.Input == InputKind::Lc) s.InputPath = d.LcMain;
     if (s.Input == InputKind::Bmp && s.FromOrder.empty()) Fail("--from-bmp needs --from-order" + which);
@@ -190,6 +221,12 @@ uint32_t ParseCode(const std::string& text, const std::string& whole) {
 }
 
 }  // namespace
+
+const std::vector<std::string> LevelChoices = {"2", "4", "8", "16"};
+const std::vector<std::string> WidthChoices = {"glyph", "keep-space", "margin", "fixed"};
+const std::vector<std::string> EncodingChoices = {"utf-8", "utf-16", "shift_jis", "cp1252"};
+
+const std::vector<ConvertOption>& ConvertOptionTable() { return Table; }
 
 int ParseIntOption(const std::string& option, const std::string& text) {
     errno = 0;
@@ -227,16 +264,19 @@ CliOptions ParseConvertOptions(const std::vector<std::string>& args) {
         const std::string& name = word.Name;
         const std::string& value = word.Value;
 
-        if (SourceStarts.count(name)) {
+        const OptionGroup group = Find(name).Group;
+        if (group == G::Input || group == G::LcHalf) {
             // Source options given before the first source belong to it.
             if (!CompletesLcSource(drafts, name)) drafts.push_back(drafts.empty() ? std::move(before) : SourceDraft{});
         }
-        if (SourceStarts.count(name) || InputOwner.count(name)) {
+        if (group == G::Input || group == G::LcHalf || group == G::Source) {
             SourceDraft& d = drafts.empty() ? before : drafts.back();
             if (!d.Seen.insert(name).second) Fail(name + " is given twice");
             ApplySourceOption(d, name, value);
         } else {
-            if (!Repeatable.count(name) && !seen.insert(name).second) Fail(name + " is given twice");
+            // The characters may be listed many times; the run takes them all.
+            const bool repeatable = Find(name).Value == V::Texts || Find(name).Value == V::Codes;
+            if (!repeatable && !seen.insert(name).second) Fail(name + " is given twice");
             ApplyOutputOption(o, flags, name, value);
         }
     }
@@ -250,7 +290,7 @@ CliOptions ParseConvertOptions(const std::vector<std::string>& args) {
     }
     for (auto& d : drafts) o.Sources.push_back(std::move(d.Source));
     for (const auto& name : seen)
-        if (auto out = OutputOwner.find(name); out != OutputOwner.end() && out->second != o.Output)
+        if (const ConvertOption& out = Find(name); out.Group == G::Run && out.Output != O::None && out.Output != o.Output)
             Fail(name + " does not apply to this output");
     if (o.Output == OutputKind::Bmp && o.ToOrder.empty()) Fail("--to-bmp needs --to-order");
     if (flags.Cell && flags.Margins) Fail("--cell and --margins exclude each other");

@@ -53,14 +53,14 @@ private:
 
 int LineOf(const toml::node& node) { return static_cast<int>(node.source().begin.line); }
 
-std::string TypeProblem(RecipeValue v) {
+std::string TypeProblem(OptionValue v) {
     switch (v) {
-    case RecipeValue::Text: return "needs a text";
-    case RecipeValue::Number: return "needs a whole number";
-    case RecipeValue::Flag: return "needs true or false";
-    case RecipeValue::Texts: return "needs a text or a list of texts";
-    case RecipeValue::Codes: return "needs a code, a range text or a list of them";
-    case RecipeValue::Pair: return "needs a text or a list of whole numbers";
+    case OptionValue::Text: return "needs a text";
+    case OptionValue::Number: return "needs a whole number";
+    case OptionValue::Flag: return "needs true or false";
+    case OptionValue::Texts: return "needs a text or a list of texts";
+    case OptionValue::Codes: return "needs a code, a range text or a list of them";
+    case OptionValue::Pair: return "needs a text or a list of whole numbers";
     }
     return {};
 }
@@ -84,7 +84,7 @@ std::vector<Entry> CRecipeReader::ReadEntries(const toml::table& table, bool sou
 
 std::string CRecipeReader::PathValue(const RecipeKey& key, const std::string& text) const {
     if (text.empty() || fs::path(text).is_absolute()) return text;
-    std::string name = key.Name;
+    const std::string& name = key.Name;
     bool orderKey = name == "from-order" || name == "to-order";
     bool fontKey = name == "font" || name == "from-font";
     std::error_code ec;
@@ -99,11 +99,11 @@ std::string CRecipeReader::PathValue(const RecipeKey& key, const std::string& te
 void CRecipeReader::AddValue(const Entry& e, std::vector<std::string>& args) const {
     const RecipeKey& key = *e.Key;
     const toml::node& v = *e.Value;
-    auto fail = [&] { Fail(e.Line, "'" + std::string(key.Name) + "' " + TypeProblem(key.Value)); };
+    auto fail = [&] { Fail(e.Line, "'" + key.Name + "' " + TypeProblem(key.Value)); };
     auto text = [&](const toml::node& n) -> std::string {
         if (!n.is_string()) fail();
         std::string s = **n.as_string();
-        return key.IsPath || std::string(key.Name) == "font" || std::string(key.Name) == "from-font" ? PathValue(key, s)
+        return key.IsPath || key.Name == "font" || key.Name == "from-font" ? PathValue(key, s)
                                                                                                    : s;
     };
     auto code = [&](const toml::node& n) -> std::string {
@@ -111,26 +111,26 @@ void CRecipeReader::AddValue(const Entry& e, std::vector<std::string>& args) con
         return text(n);
     };
     switch (key.Value) {
-    case RecipeValue::Text: args.insert(args.end(), {key.Option, text(v)}); return;
-    case RecipeValue::Number:
+    case OptionValue::Text: args.insert(args.end(), {key.Option, text(v)}); return;
+    case OptionValue::Number:
         if (!v.is_integer()) fail();
         args.insert(args.end(), {key.Option, std::to_string(**v.as_integer())});
         return;
-    case RecipeValue::Flag:
+    case OptionValue::Flag:
         if (!v.is_boolean()) fail();
         if (**v.as_boolean()) args.push_back(key.Option);
         return;
-    case RecipeValue::Texts:
-    case RecipeValue::Codes:
+    case OptionValue::Texts:
+    case OptionValue::Codes:
         if (const toml::array* list = v.as_array()) {
             if (list->empty()) fail();
             for (const toml::node& item : *list)
-                args.insert(args.end(), {key.Option, key.Value == RecipeValue::Codes ? code(item) : text(item)});
+                args.insert(args.end(), {key.Option, key.Value == OptionValue::Codes ? code(item) : text(item)});
         } else {
-            args.insert(args.end(), {key.Option, key.Value == RecipeValue::Codes ? code(v) : text(v)});
+            args.insert(args.end(), {key.Option, key.Value == OptionValue::Codes ? code(v) : text(v)});
         }
         return;
-    case RecipeValue::Pair:
+    case OptionValue::Pair:
         if (const toml::array* list = v.as_array()) {
             std::string joined;
             for (const toml::node& item : *list) {
@@ -150,7 +150,7 @@ void CRecipeReader::AddEntries(std::vector<Entry> entries, RecipeFont& font, int
                      [](const Entry& a, const Entry& b) { return RecipeKeyRank(*a.Key) < RecipeKeyRank(*b.Key); });
     if (sourceLine > 0) SourceOrigins.push_back({{}, sourceLine});
     for (const Entry& e : entries) {
-        if (*e.Key->Option == '\0') continue;
+        if (e.Key->Option.empty()) continue;
         AddValue(e, font.Args);
         Origins[e.Key->Option] = {e.Key->Name, e.Line};
         if (sourceLine == 0 && e.Key->StartsSource) SourceOrigins.push_back({{}, e.Line});
@@ -211,10 +211,10 @@ RecipeFont CRecipeReader::ReadFont(const toml::table& table) {
         if (!list || !list->is_array_of_tables()) Fail(LineOf(*sources), "'source' must be [[font.source]] tables");
         for (const Entry& e : own)
             if (e.Key->Place == RecipePlace::Both)
-                Fail(e.Line, "'" + std::string(e.Key->Name) + "' belongs in the [[font.source]] tables of this font");
+                Fail(e.Line, "'" + e.Key->Name + "' belongs in the [[font.source]] tables of this font");
         // The font's own keys (the output, the characters) go after its sources.
         std::vector<Entry> settings, rest;
-        for (const Entry& e : own) (std::string(e.Key->Name) == "settings" ? settings : rest).push_back(e);
+        for (const Entry& e : own) (e.Key->Name == "settings" ? settings : rest).push_back(e);
         AddEntries(settings, font);
         for (const toml::node& s : *list) {
             const toml::table& st = *s.as_table();
@@ -222,7 +222,7 @@ RecipeFont CRecipeReader::ReadFont(const toml::table& table) {
             auto starts = std::count_if(entries.begin(), entries.end(), [](const Entry& e) { return e.Key->StartsSource; });
             // An LC source may be its half-width file alone.
             bool halfOnly = starts == 0 && std::any_of(entries.begin(), entries.end(), [](const Entry& e) {
-                                return std::string(e.Key->Name) == "lc-half";
+                                return e.Key->Name == "lc-half";
                             });
             if (starts != 1 && !halfOnly) Fail(LineOf(st), "a [[font.source]] needs exactly one of font, bmp, zgly and lc");
             AddEntries(entries, font, LineOf(st));
@@ -232,7 +232,7 @@ RecipeFont CRecipeReader::ReadFont(const toml::table& table) {
         AddEntries(own, font);
     }
     for (const Entry& e : own)
-        if (std::string(e.Key->Name) == "name") {
+        if (e.Key->Name == "name") {
             if (!e.Value->is_string()) Fail(e.Line, "'name' needs a text");
             font.Label = **e.Value->as_string();
         }

@@ -4,21 +4,14 @@
 
 #include <string>
 
-enum class RecipeValue {
-    Text,       // a string
-    Number,     // an integer
-    Flag,       // a boolean: true gives the option, false leaves it out
-    Texts,      // a string or a list of strings: the option once per item
-    Codes,      // a string, an integer or a list of them (ranges)
-    Pair,       // "AxB" text or a list of integers joined by the option's separator
-};
+#include "cli/convert_options.h"
 
 enum class RecipePlace { Font, Source, Both };
 
 struct RecipeKey {
-    const char* Name;       // the key
-    const char* Option;     // convert's option
-    RecipeValue Value;
+    std::string Name;       // the key
+    std::string Option;     // convert's option; empty for "name"
+    OptionValue Value;
     RecipePlace Place;
     bool IsPath = false;    // relative to the recipe's folder
     char Separator = 0;     // of a Pair
