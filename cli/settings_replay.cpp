@@ -4,7 +4,7 @@
 #include <array>
 #include <set>
 
-#include "cli/options.h"
+#include "cli/convert_options.h"
 #include "core/codepage.h"
 #include "core/general_exception.h"
 #include "ui/settings_store.h"
@@ -14,24 +14,34 @@ namespace fs = std::filesystem;
 
 namespace {
 
-const std::array<const char*, 4> LevelNames = {"2", "4", "8", "16"};
-const std::array<const char*, 4> WidthNames = {"glyph", "keep-space", "margin", "fixed"};
-const std::array<const char*, 4> EncodingOptions = {"utf-8", "utf-16", "shift_jis", "cp1252"};
+struct ReplayedOption {
+    std::string Name;   // "--size"
+    std::string Value;
+    bool HasValue = true;
+};
+
+// The options in three groups, so that the user's own options can replace a
+// whole input or output or single options of it.
+struct ReplayedSettings {
+    std::vector<ReplayedOption> Input;
+    std::vector<ReplayedOption> Output;
+    std::vector<ReplayedOption> Common;
+};
 
 // A levels list selects its stored entry, or none for a value out of range;
 // no selection counts as the first entry.
 std::string Levels(const CSettingsStore& s, const char* section) {
     int bpp = s.GetInt(section, "bpp", 1);
-    return LevelNames[bpp >= 1 && bpp <= 4 ? bpp - 1 : 0];
+    return LevelChoices[bpp >= 1 && bpp <= 4 ? bpp - 1 : 0];
 }
 
 std::string FieldPath(const CSettingsStore& s, const char* section) { return s.GetString(section, "Path"); }
 
 // The order list holds the shipped orders; the stored file name selects one
-// of them by its stem, anything else leaves the first one selected.
-std::string ShippedOrder(const CSettingsStore& s, const char* section) {
-    std::vector<GlyphOrderInfo> orders;
-    FindGlyphOrderFiles(orders);
+// of them by its stem, anything else leaves the first one selected. The list
+// is read at the first use and kept for the other tab.
+std::string ShippedOrder(const CSettingsStore& s, const char* section, std::vector<GlyphOrderInfo>& orders) {
+    if (orders.empty()) FindGlyphOrderFiles(orders);
     if (orders.empty()) throw CGeneralException("Parameter Error:\n Order file is not selected.");
     std::string stem = fs::path(s.GetString(section, "Order", "Latin1.xlor")).stem().string();
     for (const GlyphOrderInfo& info : orders)
@@ -41,11 +51,11 @@ std::string ShippedOrder(const CSettingsStore& s, const char* section) {
 
 std::string Str(int v) { return std::to_string(v); }
 
-std::vector<ReplayedOption> InputOptions(const CSettingsStore& s) {
+std::vector<ReplayedOption> InputOptions(const CSettingsStore& s, std::vector<GlyphOrderInfo>& orders) {
     switch (std::clamp(s.GetInt("Main", "InputSelect", 2), 0, 3)) {
     case 0:
         return {{"--from-bmp", FieldPath(s, "InBmpPath")},
-                {"--from-order", ShippedOrder(s, "InBmp")},
+                {"--from-order", ShippedOrder(s, "InBmp", orders)},
                 {"--colors", Levels(s, "InBmp")}};
     case 1: return {{"--from-zgly", FieldPath(s, "InZarnicPath")}};
     case 2: {
@@ -54,7 +64,7 @@ std::vector<ReplayedOption> InputOptions(const CSettingsStore& s) {
         o.push_back({s.GetBool("InWin", "UseWinSize", true) ? "--size" : "--cell-height", Str(size)});
         o.push_back({"--levels", Levels(s, "InWin")});
         int width = s.GetInt("InWin", "Width", 1);
-        o.push_back({"--width", WidthNames[width >= 0 && width <= 3 ? width : 0]});
+        o.push_back({"--width", WidthChoices[width >= 0 && width <= 3 ? width : 0]});
         o.push_back({"--fixed-width", Str(s.GetInt("InWin", "Fixed", 16))});
         if (!s.GetBool("InWin", "SoftAA", true)) o.push_back({"--no-soft-aa", "", false});
         return o;
@@ -70,8 +80,8 @@ std::vector<ReplayedOption> InputOptions(const CSettingsStore& s) {
     }
 }
 
-std::vector<ReplayedOption> BmpOutputOptions(const CSettingsStore& s) {
-    std::vector<ReplayedOption> o = {{"--to-bmp", FieldPath(s, "OutBmpPath")}, {"--to-order", ShippedOrder(s, "OutBmp")}};
+std::vector<ReplayedOption> BmpOutputOptions(const CSettingsStore& s, std::vector<GlyphOrderInfo>& orders) {
+    std::vector<ReplayedOption> o = {{"--to-bmp", FieldPath(s, "OutBmpPath")}, {"--to-order", ShippedOrder(s, "OutBmp", orders)}};
     if (!s.GetBool("OutBmp", "Grid", true)) o.push_back({"--no-grid", "", false});
     auto get = [&](const char* key) { return Str(s.GetInt("OutBmp", key, 0)); };
     if (s.GetBool("OutBmp", "SizeType", false)) {
@@ -94,7 +104,7 @@ std::vector<ReplayedOption> ZglyOutputOptions(const CSettingsStore& s) {
     for (int e = 0; e < EncodingCount; ++e)
         if (encoding == EncodingName(e)) chosen = e;
     if (chosen < 0) throw CGeneralException("Parameter Error:\n Outout encoding is not selected.");
-    o.push_back({"--encoding", EncodingOptions[chosen]});
+    o.push_back({"--encoding", EncodingChoices[chosen]});
     // A field left on "Use Default" gives the font's own value.
     if (!s.GetBool(section, "AlterCharUseDef", true)) o.push_back({"--alt-char", s.GetString(section, "AlterChar")});
     const std::array<std::pair<const char*, const char*>, 4> numbers = {
@@ -135,18 +145,21 @@ void Append(std::vector<std::string>& out, const std::vector<ReplayedOption>& op
     }
 }
 
-}  // namespace
-
+// Throws CGeneralException ("Parameter Error:") when the file is missing or
+// names no encoding or glyph order the window could select.
 ReplayedSettings ReadWindowSettings(const fs::path& ini) {
     std::error_code ec;
     if (!fs::is_regular_file(ini, ec)) ThrowError("Parameter Error:\n Settings file(%s) does not exist.", ini.string());
     CSettingsStore s(ini);
     ReplayedSettings r;
-    r.Input = InputOptions(s);
-    r.Output = s.GetInt("Main", "OutputSelect", 0) >= 1 ? ZglyOutputOptions(s) : BmpOutputOptions(s);
+    std::vector<GlyphOrderInfo> orders;
+    r.Input = InputOptions(s, orders);
+    r.Output = s.GetInt("Main", "OutputSelect", 0) >= 1 ? ZglyOutputOptions(s) : BmpOutputOptions(s, orders);
     if (s.GetBool("Main", "UseFilter", false)) r.Common.push_back({"--filter", FieldPath(s, "FilterPath")});
     return r;
 }
+
+}  // namespace
 
 std::vector<std::string> ExpandSettingsOption(const std::vector<std::string>& args) {
     std::vector<std::string> rest;
@@ -172,16 +185,15 @@ std::vector<std::string> ExpandSettingsOption(const std::vector<std::string>& ar
     std::set<std::string> given;
     for (const auto& a : rest)
         if (std::string name = OptionName(a); !name.empty()) given.insert(name);
-    // Another input or output given replaces the file's whole one.
     // Another kind of input or output replaces the file's whole one; the
     // same kind only the options given.
-    auto otherKind = [&](const std::vector<ReplayedOption>& group, std::initializer_list<const char*> starters) {
-        for (const char* s : starters)
-            if (given.count(s) && group.front().Name != s) return true;
+    auto otherKind = [&](const std::vector<ReplayedOption>& group, OptionGroup starters) {
+        for (const ConvertOption& o : ConvertOptionTable())
+            if (o.Group == starters && given.count(o.Name) && group.front().Name != o.Name) return true;
         return false;
     };
-    bool ownInput = otherKind(settings.Input, {"--from-zgly", "--from-bmp", "--from-font", "--from-lc"});
-    bool ownOutput = otherKind(settings.Output, {"--to-zgly", "--to-bmp"});
+    bool ownInput = otherKind(settings.Input, OptionGroup::Input);
+    bool ownOutput = otherKind(settings.Output, OptionGroup::Output);
     std::vector<std::string> out;
     if (!ownInput) Append(out, settings.Input, given);
     // The user's options stay right after the input, where source options belong.
