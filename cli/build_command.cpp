@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <map>
 #include <thread>
 
 #include "cli/build_inputs.h"
@@ -68,11 +69,17 @@ uint64_t SettingsHash(const RecipeFont& font) {
     return HashText(text);
 }
 
-FontState CurrentState(const RecipeFont& font, const fs::path& folder) {
+// Fonts often share a file (one face, one text of the game): each is read
+// once per build, through `stamped`.
+FontState CurrentState(const RecipeFont& font, const fs::path& folder, std::map<fs::path, FileStamp>& stamped) {
+    auto stamp = [&](const fs::path& path) {
+        auto at = stamped.find(path);
+        return at != stamped.end() ? at->second : stamped.emplace(path, StampFile(path)).first->second;
+    };
     FontState s;
     s.SettingsHash = SettingsHash(font);
-    s.Output = StampFile((folder / font.Options.OutputPath).lexically_normal());
-    for (const auto& in : ConversionInputs(font.Options, folder)) s.Inputs.push_back(StampFile(in));
+    s.Output = stamp((folder / font.Options.OutputPath).lexically_normal());
+    for (const auto& in : ConversionInputs(font.Options, folder)) s.Inputs.push_back(stamp(in));
     return s;
 }
 
@@ -148,10 +155,11 @@ int RunBuildCommand(const std::vector<std::string>& args) {
     std::vector<BuildJob> jobs;
     std::vector<std::size_t> jobFont;
     std::vector<FontState> before(recipe.Fonts.size());
+    std::map<fs::path, FileStamp> stamped;
     int upToDate = 0;
     for (std::size_t i = 0; i < recipe.Fonts.size(); ++i) {
         const RecipeFont& font = recipe.Fonts[i];
-        before[i] = CurrentState(font, recipe.Folder);
+        before[i] = CurrentState(font, recipe.Folder, stamped);
         fs::path out = before[i].Output.Path;
         auto old = previous.find(out);
         if (!options.Force && before[i].Output.Hash != 0 && old != previous.end() && old->second == before[i]) {
