@@ -132,11 +132,14 @@ void ApplySourceOption(SourceDraft& d, const std::string& name, const std::strin
     else if (name == "--vertical") s.LcVertical = true;
 }
 
-struct OutputFlags {
-    bool Cell = false, Offset = false, Margins = false;
-};
+// The two (or four) numbers of --cell, --offset or --margins.
+std::vector<int> ParsePair(const std::string& name, const std::string& value, const char* form, std::size_t most = 2) {
+    std::vector<int> v = ParseList(name, value, Find(name).Separator);
+    if (v.size() != 2 && v.size() != most) Fail(name + " takes " + form + ", not '" + value + "'");
+    return v;
+}
 
-void ApplyOutputOption(CliOptions& o, OutputFlags& f, const std::string& name, const std::string& value) {
+void ApplyOutputOption(CliOptions& o, const std::string& name, const std::string& value) {
     auto setOutput = [&](OutputKind kind) {
         if (o.Output != OutputKind::None) Fail("give exactly one output (" + name + " is a second one)");
         o.Output = kind;
@@ -154,25 +157,19 @@ void ApplyOutputOption(CliOptions& o, OutputFlags& f, const std::string& name, c
     else if (name == "--to-order") o.ToOrder = value;
     else if (name == "--no-grid") o.DrawGrid = false;
     else if (name == "--cell") {
-        auto v = ParseList(name, value, 'x');
-        if (v.size() != 2) Fail("--cell takes WxH, not '" + value + "'");
+        const auto v = ParsePair(name, value, "WxH");
         o.CellWidth = v[0];
         o.CellHeight = v[1];
-        f.Cell = true;
     } else if (name == "--offset") {
-        auto v = ParseList(name, value, ',');
-        if (v.size() != 2) Fail("--offset takes X,Y, not '" + value + "'");
+        const auto v = ParsePair(name, value, "X,Y");
         o.OffsetLeft = v[0];
         o.OffsetTop = v[1];
-        f.Offset = true;
     } else if (name == "--margins") {
-        auto v = ParseList(name, value, ',');
-        if (v.size() != 2 && v.size() != 4) Fail("--margins takes L,T or L,T,R,B, not '" + value + "'");
+        const auto v = ParsePair(name, value, "L,T or L,T,R,B", 4);
         o.OffsetLeft = v[0];
         o.OffsetTop = v[1];
         o.MarginRight = v.size() == 4 ? v[2] : v[0];
         o.MarginBottom = v.size() == 4 ? v[3] : v[1];
-        f.Margins = true;
     } else if (name == "--filter") { o.FilterPath = value; o.FilterGiven = true; }
     else if (name == "--chars") o.Chars.push_back(value);
     else if (name == "--chars-file") o.CharsFiles.push_back(value);
@@ -254,7 +251,6 @@ CliOptions ParseConvertOptions(const std::vector<std::string>& args) {
     std::set<std::string> seen;
     std::vector<SourceDraft> drafts;
     SourceDraft before;  // source options given before the first --from-...
-    OutputFlags flags;
 
     for (std::size_t i = 0; i < args.size(); ++i) {
         if (args[i].empty() || args[i][0] != '-')
@@ -277,7 +273,7 @@ CliOptions ParseConvertOptions(const std::vector<std::string>& args) {
             // The characters may be listed many times; the run takes them all.
             const bool repeatable = Find(name).Value == V::Texts || Find(name).Value == V::Codes;
             if (!repeatable && !seen.insert(name).second) Fail(name + " is given twice");
-            ApplyOutputOption(o, flags, name, value);
+            ApplyOutputOption(o, name, value);
         }
     }
 
@@ -293,12 +289,13 @@ CliOptions ParseConvertOptions(const std::vector<std::string>& args) {
         if (const ConvertOption& out = Find(name); out.Group == G::Run && out.Output != O::None && out.Output != o.Output)
             Fail(name + " does not apply to this output");
     if (o.Output == OutputKind::Bmp && o.ToOrder.empty()) Fail("--to-bmp needs --to-order");
-    if (flags.Cell && flags.Margins) Fail("--cell and --margins exclude each other");
-    if (flags.Offset && !flags.Cell) Fail("--offset needs --cell");
-    if (flags.Cell) {
+    const bool cell = seen.count("--cell") != 0;
+    if (cell && seen.count("--margins")) Fail("--cell and --margins exclude each other");
+    if (seen.count("--offset") && !cell) Fail("--offset needs --cell");
+    if (cell) {
         o.MarginRight = o.MarginBottom = 0;
         // Without an offset the glyphs are centred in their cells.
-        if (!flags.Offset) o.OffsetLeft = o.OffsetTop = -1;
+        if (!seen.count("--offset")) o.OffsetLeft = o.OffsetTop = -1;
     }
     return o;
 }
