@@ -141,9 +141,6 @@ int RunBuildCommand(const std::vector<std::string>& args) {
     try {
         options = ParseBuildOptions(args);
         recipe = LoadRecipe(options.Recipe);
-    } catch (const CUsageError& e) {
-        std::fprintf(stderr, "glyphwright-cli: %s\n%s", e.what(), UsageHint());
-        return 2;
     } catch (const CRecipeError& e) {
         std::fprintf(stderr, "glyphwright-cli: %s\n", e.what());
         return 2;

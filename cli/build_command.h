@@ -5,6 +5,6 @@
 #include <string>
 #include <vector>
 
-// args excludes "build". Returns the exit status; usage and recipe errors
-// are reported here (status 2).
+// args excludes "build". Returns the exit status; recipe errors are reported
+// here (status 2), usage errors thrown as CUsageError.
 int RunBuildCommand(const std::vector<std::string>& args);

@@ -3,7 +3,6 @@
 #include <unistd.h>
 
 #include <cstdio>
-#include <filesystem>
 #include <new>
 #include <string>
 #include <vector>
@@ -16,7 +15,6 @@
 #include "cli/list_commands.h"
 #include "cli/options.h"
 #include "cli/preview_command.h"
-#include "cli/settings_replay.h"
 #include "cli/template_command.h"
 #include "core/conversion.h"
 #include "core/general_exception.h"
@@ -43,13 +41,7 @@ int RunConvert(const CliOptions& options) {
     CCliPgCtrl::EndLikeTheInterruptingSignal();
     switch (outcome) {
     case ConversionOutcome::Finished:
-        if (!options.Quiet) {
-            CRunSummary summary = frontEnd.Summary();
-            if (options.Output == OutputKind::Zgly) summary.TakeFromZglyFile(options.OutputPath);
-            std::error_code ec;
-            const auto size = std::filesystem::file_size(options.OutputPath, ec);
-            std::fprintf(stderr, "%s\n", SummaryLine(summary, options.OutputPath, ec ? 0 : size, warnings).c_str());
-        }
+        if (!options.Quiet) std::fprintf(stderr, "%s\n", SummaryLine(frontEnd.Summary(), options, warnings).c_str());
         return ExitDone;
     case ConversionOutcome::Canceled: return ExitCanceled;
     case ConversionOutcome::Failed: break;
@@ -75,17 +67,11 @@ int RunCommand(const CliOptions& options) {
 
 // Parses and runs one command line; usage errors are thrown as CUsageError,
 // failures as CGeneralException.
-static int RunCommandLine(std::vector<std::string> args) {
+static int RunCommandLine(const std::vector<std::string>& args) {
     if (!args.empty() && args[0] == "build") return RunBuildCommand({args.begin() + 1, args.end()});
-    if (IsTemplateCommand(args)) {
+    if (!args.empty() && args[0] == "template") {
         RunTemplateCommand(ParseTemplateCommand(args));
         return ExitDone;
-    }
-    // A window's settings file becomes the options it stands for.
-    if (!args.empty() && args[0] == "convert") {
-        std::vector<std::string> rest = ExpandSettingsOption({args.begin() + 1, args.end()});
-        rest.insert(rest.begin(), args[0]);
-        args = rest;
     }
     return RunCommand(ParseCommandLine(args));
 }

@@ -2,6 +2,7 @@
 
 #include "cli/convert_options.h"
 #include "cli/option_words.h"
+#include "cli/settings_replay.h"
 
 #include <cerrno>
 #include <cstdint>
@@ -85,7 +86,8 @@ CliOptions ParseCommandLine(const std::vector<std::string>& args) {
         o.Command = CliCommand::Version;
         return o;
     }
-    if (command == "convert") return ParseConvertOptions(rest);
+    // A window's settings file becomes the options it stands for.
+    if (command == "convert") return ParseConvertOptions(ExpandSettingsOption(rest));
     if (command == "preview") return ParsePreview(rest);
     if (command == "info") {
         CliOptions o;

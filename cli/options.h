@@ -94,7 +94,8 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-// args excludes the program name. Throws CUsageError.
+// args excludes the program name. Throws CUsageError, and CGeneralException
+// for a settings file convert cannot read.
 CliOptions ParseCommandLine(const std::vector<std::string>& args);
 
 // The short hint printed after a usage error, and the full --help text.

@@ -5,6 +5,7 @@
 #include <map>
 #include <toml++/toml.h>
 
+#include "cli/convert_options.h"
 #include "cli/recipe_keys.h"
 #include "cli/settings_replay.h"
 #include "core/general_exception.h"
@@ -184,10 +185,8 @@ void CRecipeReader::Check(RecipeFont& font) const {
         return {"[[font]]", font.Line};
     };
     try {
-        std::vector<std::string> args = {"convert"};
         font.Expanded = ExpandSettingsOption(font.Args);
-        args.insert(args.end(), font.Expanded.begin(), font.Expanded.end());
-        font.Options = ParseCommandLine(args);
+        font.Options = ParseConvertOptions(font.Expanded);
     } catch (const CUsageError& e) {
         Origin o = origin(e.what());
         Fail(o.Line, o.Key + ": " + e.what());

@@ -1,5 +1,7 @@
 #include "cli/run_summary.h"
 
+#include <filesystem>
+
 #include "core/font_data.h"
 #include "core/general_exception.h"
 #include "zgly/zgly_info.h"
@@ -12,7 +14,12 @@ std::string Count(std::uintmax_t n, const char* one, const char* many) {
 
 }  // namespace
 
-std::string SummaryLine(const CRunSummary& s, const std::string& path, std::uintmax_t fileSize, int warnings) {
+std::string SummaryLine(CRunSummary s, const CliOptions& options, int warnings) {
+    const std::string& path = options.OutputPath;
+    if (options.Output == OutputKind::Zgly) s.TakeFromZglyFile(path);
+    std::error_code ec;
+    std::uintmax_t fileSize = std::filesystem::file_size(path, ec);
+    if (ec) fileSize = 0;
     std::string line = "Wrote " + path + ": " + Count(s.Glyphs, "glyph", "glyphs");
     if (s.SourceGlyphs.size() > 1) {
         line += " (";

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "cli/options.h"
 #include "core/font_io.h"
 
 struct CRunSummary {
@@ -21,7 +22,8 @@ struct CRunSummary {
 };
 
 // "Wrote PATH: N glyphs (A: n1, B: n2), cell WxH, B bits per pixel, S bytes, W warnings"
-std::string SummaryLine(const CRunSummary& summary, const std::string& path, std::uintmax_t fileSize, int warnings);
+// for the run's output as it now is.
+std::string SummaryLine(CRunSummary summary, const CliOptions& options, int warnings);
 
 // A writer that notes the prepared font's glyph count, cell and depth in the
 // summary, then lets the real writer write.

@@ -24,8 +24,6 @@ int Number(const std::string& option, const std::string& text, int min) {
 
 }  // namespace
 
-bool IsTemplateCommand(const std::vector<std::string>& args) { return !args.empty() && args[0] == "template"; }
-
 TemplateOptions ParseTemplateCommand(const std::vector<std::string>& args) {
     TemplateOptions o;
     for (std::size_t i = 1; i < args.size(); ++i) {

@@ -14,7 +14,6 @@ struct TemplateOptions {
     bool Vertical = false;
 };
 
-bool IsTemplateCommand(const std::vector<std::string>& args);
 // args excludes the program name. Throws CUsageError.
 TemplateOptions ParseTemplateCommand(const std::vector<std::string>& args);
 // Throws CGeneralException with the message of the failed check or write.
