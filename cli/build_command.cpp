@@ -4,11 +4,13 @@
 #include <cstdlib>
 #include <filesystem>
 #include <map>
+#include <set>
 #include <thread>
 
 #include "cli/build_inputs.h"
 #include "cli/build_runner.h"
 #include "cli/build_state.h"
+#include "cli/option_words.h"
 #include "cli/options.h"
 #include "cli/recipe.h"
 #include "core/general_exception.h"
@@ -27,34 +29,25 @@ struct BuildOptions {
 
 BuildOptions ParseBuildOptions(const std::vector<std::string>& args) {
     BuildOptions o;
-    bool haveRecipe = false, haveJobs = false;
+    bool haveRecipe = false;
+    std::set<std::string> seen;
     for (std::size_t i = 0; i < args.size(); ++i) {
-        std::string a = args[i];
-        if (a == "--jobs" || a.rfind("--jobs=", 0) == 0) {
-            if (haveJobs) throw CUsageError("--jobs is given twice");
-            haveJobs = true;
-            std::string value;
-            if (a == "--jobs") {
-                if (i + 1 >= args.size()) throw CUsageError("--jobs needs a value");
-                value = args[++i];
-            } else {
-                value = a.substr(7);
-            }
-            char* end = nullptr;
-            long n = std::strtol(value.c_str(), &end, 10);
-            if (value.empty() || *end != '\0' || n < 1 || n > 256)
-                throw CUsageError("--jobs takes 1 to 256, not '" + value + "'");
-            o.Jobs = static_cast<int>(n);
-        } else if (a == "--force" || a == "--dry-run" || a == "--quiet") {
-            bool& flag = a == "--force" ? o.Force : a == "--dry-run" ? o.DryRun : o.Quiet;
-            if (flag) throw CUsageError(a + " is given twice");
-            flag = true;
-        } else if (a.rfind("--", 0) == 0) {
-            throw CUsageError("unknown option '" + a + "'");
-        } else {
+        if (args[i].rfind("--", 0) != 0) {
             if (haveRecipe) throw CUsageError("build takes one recipe");
             haveRecipe = true;
-            o.Recipe = a;
+            o.Recipe = args[i];
+            continue;
+        }
+        const OptionWord word = ReadOptionWord(args, i, {"--jobs"}, {"--force", "--dry-run", "--quiet"});
+        if (!seen.insert(word.Name).second) throw CUsageError(word.Name + " is given twice");
+        if (word.Name == "--jobs") {
+            char* end = nullptr;
+            long n = std::strtol(word.Value.c_str(), &end, 10);
+            if (word.Value.empty() || *end != '\0' || n < 1 || n > 256)
+                throw CUsageError("--jobs takes 1 to 256, not '" + word.Value + "'");
+            o.Jobs = static_cast<int>(n);
+        } else {
+            (word.Name == "--force" ? o.Force : word.Name == "--dry-run" ? o.DryRun : o.Quiet) = true;
         }
     }
     if (o.Jobs == 0) o.Jobs = std::max(1u, std::thread::hardware_concurrency());
