@@ -3,7 +3,7 @@
 #include "cli/factories.h"
 #include "core/char_selection.h"
 
-std::unique_ptr<CFontReader> CCliFrontEnd::CreateReader() { return ::CreateReader(Options, &RunSummary); }
+std::unique_ptr<CFontReader> CCliFrontEnd::CreateReader() { return ::CreateReader(Options, RunSummary); }
 
 std::unique_ptr<CFontWriter> CCliFrontEnd::CreateWriter() {
     return std::make_unique<CSummaryWriter>(::CreateWriter(Options), RunSummary);

@@ -18,6 +18,6 @@ std::filesystem::path ResolveGlyphOrder(const std::string& text);
 // One source's reader, as the input panel builds it.
 std::unique_ptr<CFontReader> CreateSourceReader(const CliSource& source);
 // The run's reader: the one source's, or all sources merged (first one wins).
-// summary, when given, gets the source names and later the glyphs each gave.
-std::unique_ptr<CFontReader> CreateReader(const CliOptions& options, CRunSummary* summary = nullptr);
+// summary gets the source names and later the glyphs each gave.
+std::unique_ptr<CFontReader> CreateReader(const CliOptions& options, CRunSummary& summary);
 std::unique_ptr<CFontWriter> CreateWriter(const CliOptions& options);

@@ -52,7 +52,7 @@ CliSource ResolveFace(const CliSource& s) {
 
 }  // namespace
 
-std::unique_ptr<CFontReader> CreateReader(const CliOptions& o, CRunSummary* summary) {
+std::unique_ptr<CFontReader> CreateReader(const CliOptions& o, CRunSummary& summary) {
     if (o.Sources.empty()) throw CGeneralException("Internal Error:\n No input selected.");
     std::vector<CMergedFontReader::Source> sources;
     const std::optional<bool> firstVertical = KnownVertical(o.Sources.front());
@@ -60,8 +60,8 @@ std::unique_ptr<CFontReader> CreateReader(const CliOptions& o, CRunSummary* summ
         if (const auto v = KnownVertical(s); firstVertical && v && *v != *firstVertical)
             throw CGeneralException(MixedDirectionsMessage(SourceName(o.Sources.front()), *firstVertical, SourceName(s)));
         sources.push_back({CreateSourceReader(ResolveFace(s)), SourceName(s)});
-        if (summary) summary->SourceNames.push_back(sources.back().Name);
+        summary.SourceNames.push_back(sources.back().Name);
     }
     if (sources.size() == 1) return std::move(sources.front().Reader);
-    return std::make_unique<CMergedFontReader>(std::move(sources), summary ? &summary->SourceGlyphs : nullptr);
+    return std::make_unique<CMergedFontReader>(std::move(sources), &summary.SourceGlyphs);
 }
