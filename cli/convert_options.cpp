@@ -16,7 +16,7 @@ using I = InputKind;
 using O = OutputKind;
 
 const std::vector<ConvertOption> Table = {
-    {"--from-font", V::Text, G::Input, I::Font},
+    {"--from-font", V::Text, G::Input, I::Font, O::None, true},
     {"--from-bmp", V::Text, G::Input, I::Bmp, O::None, true},
     {"--from-zgly", V::Text, G::Input, I::Zgly, O::None, true},
     {"--from-lc", V::Text, G::Input, I::Lc, O::None, true},

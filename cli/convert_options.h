@@ -32,7 +32,7 @@ struct ConvertOption {
     OptionGroup Group;
     InputKind Input = InputKind::None;     // the only input a source option applies to
     OutputKind Output = OutputKind::None;  // the only output a run option applies to
-    bool IsPath = false;                   // a file, relative to where the run starts
+    bool IsPath = false;                   // a file (or a face), relative to where the run starts
     char Separator = 0;                    // of a Pair
 };
 

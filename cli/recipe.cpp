@@ -104,8 +104,7 @@ void CRecipeReader::AddValue(const Entry& e, std::vector<std::string>& args) con
     auto text = [&](const toml::node& n) -> std::string {
         if (!n.is_string()) fail();
         std::string s = **n.as_string();
-        return key.IsPath || key.Name == "font" || key.Name == "from-font" ? PathValue(key, s)
-                                                                                                   : s;
+        return key.IsPath ? PathValue(key, s) : s;
     };
     auto code = [&](const toml::node& n) -> std::string {
         if (n.is_integer()) return std::to_string(**n.as_integer());
