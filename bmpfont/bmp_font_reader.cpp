@@ -14,6 +14,7 @@
 #include "core/glyph_order.h"
 #include "core/pg_ctrl.h"
 #include "xmlfiles/glyph_order_files.h"
+#include "zgly/path_checks.h"
 
 namespace {
 
@@ -159,24 +160,33 @@ struct LoadedGrid {
     GridGeometry Geometry;
 };
 
+// Reads the order against the loaded picture and measures the grid.
+void LoadGridOrder(LoadedGrid& grid, const std::filesystem::path& orderPath, int columnsRowsProgress) {
+    grid.Order.Load(orderPath);
+    CheckGridSize(grid.Picture, grid.Order, orderPath);
+    if (columnsRowsProgress) g_pPgCtrl->SetProgressRange(grid.Order.Width * grid.Order.Height);
+    grid.Geometry = MeasureGrid(grid.Picture, grid.Order);
+}
+
 std::unique_ptr<LoadedGrid> LoadGrid(const std::filesystem::path& path, const std::filesystem::path& orderPath,
                                      int fontBpp, int columnsRowsProgress) {
     auto grid = std::make_unique<LoadedGrid>();
     LoadGridPicture(path, fontBpp, grid->Picture, &grid->Source);
-    grid->Order.Load(orderPath);
-    CheckGridSize(grid->Picture, grid->Order, orderPath);
-    if (columnsRowsProgress) g_pPgCtrl->SetProgressRange(grid->Order.Width * grid->Order.Height);
-    grid->Geometry = MeasureGrid(grid->Picture, grid->Order);
+    LoadGridOrder(*grid, orderPath, columnsRowsProgress);
     return grid;
 }
 
 }  // namespace
 
 void CBmpFontReader::CheckParameters() {
-    CheckGridPictureFile(Path, Bpp);
+    // The picture is loaded once, its errors first; the colours it had
+    // before mapping only matter to the reading.
+    CheckInputFile(Path);
+    auto grid = std::make_unique<LoadedGrid>();
+    LoadGridPicture(Path, Bpp, grid->Picture);
     CheckGlyphOrderFile(OrderPath);
     if (Bpp < 1 || Bpp > 8) ThrowError("Internal Error:\n Bpp(%d) out of range.", Bpp);
-    auto grid = LoadGrid(Path, OrderPath, Bpp, 0);
+    LoadGridOrder(*grid, OrderPath, 0);
     const GridGeometry& g = grid->Geometry;
     FindWhite(grid->Picture);
     for (int r = 0; r < g.Rows; ++r)
