@@ -14,6 +14,9 @@ class CGlyphOrder;
 // grid, well below what would exhaust memory.
 inline constexpr long long MaxGridBmpBytes = 1ll << 28;
 
+// The frames' grey-green, the palette entry just after black.
+inline constexpr uint32_t GridColorRgb = 0x0099AA99;
+
 struct BmpGridLayout {
     bool IsVertical = false;
     int32_t Bpp = 1;

@@ -61,12 +61,10 @@ uint32_t GridLevel(uint32_t index, uint32_t white, uint32_t maxLevel) {
 void WarnAboutGridColors(const CBmpImage& pic, const GridPictureSource& source, const GridAreas& areas, int white,
                          int fontBpp) {
     const uint32_t maxLevel = (1u << fontBpp) - 1;
-    const std::vector<uint32_t> grid = GridPalette(fontBpp);
-    const uint32_t gridColor = GridPalette(4)[16];
     AreaContents seen = ReadAreas(pic, source, areas);
     const std::array<bool, 256>& used = seen.Indices;
     seen.Colors.erase(White);
-    seen.Colors.erase(gridColor);
+    seen.Colors.erase(GridColorRgb);
     int inkColors = static_cast<int>(seen.Colors.size());
     bool tooManyLevels = false;
     if (inkColors > static_cast<int>(maxLevel)) {
@@ -81,9 +79,10 @@ void WarnAboutGridColors(const CBmpImage& pic, const GridPictureSource& source, 
     }
     // Greys the depth drops are explained above; a moved white is not.
     if (source.Mapped || (tooManyLevels && white == 0)) return;
+    const std::vector<uint32_t> grid = GridPalette(fontBpp);
     for (int i = 0; i < pic.PaletteSize; ++i) {
         uint32_t c = pic.Palette[static_cast<std::size_t>(i)] & 0x00FFFFFF;
-        if (!used[static_cast<std::size_t>(i)] || c == White || c == gridColor) continue;
+        if (!used[static_cast<std::size_t>(i)] || c == White || c == GridColorRgb) continue;
         uint32_t reads = GridLevel(static_cast<uint32_t>(i), static_cast<uint32_t>(white), maxLevel);
         uint32_t means = LevelOfColor(c, grid, fontBpp);
         if (reads != means) {
