@@ -23,13 +23,13 @@ std::vector<uint8_t> ReadHead(const std::filesystem::path& path) {
     return head;
 }
 
-}  // namespace
-
 bool IsPngPath(const std::filesystem::path& path) {
     std::string ext = path.extension().string();
     std::transform(ext.begin(), ext.end(), ext.begin(), [](unsigned char c) { return std::tolower(c); });
     return ext == ".png";
 }
+
+}  // namespace
 
 void LoadGridPicture(const std::filesystem::path& path, int fontBpp, CBmpImage& image, GridPictureSource* source) {
     fontBpp = std::clamp(fontBpp, 1, 8);

@@ -24,4 +24,3 @@ void LoadGridPicture(const std::filesystem::path& path, int fontBpp, CBmpImage& 
 // The writer's bottom-up 8-bit picture, as PNG when the path ends in ".png"
 // (any case), else as BMP.
 void SaveGridPicture(const std::filesystem::path& path, const CBmpImage& picture);
-bool IsPngPath(const std::filesystem::path& path);
