@@ -36,6 +36,18 @@ struct BmpGridLayout {
     int32_t GridColor() const { return (1 << Bpp) % 256; }
 };
 
+// The grid of a picture as the reader measures it against a glyph order:
+// PitchX x PitchY cells, each with an AreaW x AreaH glyph area at
+// (GlyphLeft(), 2) of the cell; a pitch of 5 or 6 leaves a negative area.
+struct GridGeometry {
+    int Columns = 0, Rows = 0;
+    int PitchX = 0, PitchY = 0;
+    bool Vertical = false;
+    int AreaW = 0, AreaH = 0;
+    int GlyphLeft() const { return Vertical ? 4 : 2; }
+    int LineLength() const { return Vertical ? AreaH : AreaW; }
+};
+
 // Cell size settings of the writer: a negative cell size derives it from the
 // margins, a negative offset centres the ink area.
 struct BmpCellSettings {
