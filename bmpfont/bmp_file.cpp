@@ -4,7 +4,6 @@
 #include <vector>
 
 #include "core/general_exception.h"
-#include "zgly/path_checks.h"
 
 namespace {
 
@@ -135,11 +134,4 @@ void SaveBmp(CBinaryFile& file, const CBmpImage& image) {
     file.Write(info.data(), static_cast<uint32_t>(info.size()));
     file.Write(image.Pixels.data(), image.ImageSize);
     file.Close();
-}
-
-void CheckBmpFile(const std::filesystem::path& path) {
-    CheckInputFile(path);
-    CBinaryFile file(path);
-    CBmpImage image;
-    LoadBmp(file, image);
 }

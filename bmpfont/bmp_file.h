@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstdint>
-#include <filesystem>
 
 #include "core/bmp_image.h"
 #include "zgly/binary_file.h"
@@ -17,5 +16,3 @@ void LoadBmp(CBinaryFile& file, CBmpImage& image);
 void SaveBmp(CBinaryFile& file, const CBmpImage& image);
 // Checks the 14-byte file header and the 40-byte information header.
 void CheckBmpHeader(const CBinaryFile& file, const uint8_t* fileHeader, const uint8_t* infoHeader);
-// The input check: the file exists and loads.
-void CheckBmpFile(const std::filesystem::path& path);

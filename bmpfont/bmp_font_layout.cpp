@@ -84,7 +84,7 @@ std::vector<uint32_t> GridPalette(int bpp) {
         uint32_t grey = static_cast<uint32_t>((n - 1 - i) * 255 / (n - 1));
         palette[static_cast<std::size_t>(i)] = grey | (grey << 8) | (grey << 16);
     }
-    if (n < 256) palette[static_cast<std::size_t>(n)] = (0x99u << 16) | (0xAAu << 8) | 0x99u;
+    if (n < 256) palette[static_cast<std::size_t>(n)] = GridColorRgb;
     return palette;
 }
 

@@ -14,6 +14,9 @@ class CGlyphOrder;
 // grid, well below what would exhaust memory.
 inline constexpr long long MaxGridBmpBytes = 1ll << 28;
 
+// The frames' grey-green, the palette entry just after black.
+inline constexpr uint32_t GridColorRgb = 0x0099AA99;
+
 struct BmpGridLayout {
     bool IsVertical = false;
     int32_t Bpp = 1;
@@ -31,6 +34,18 @@ struct BmpGridLayout {
     // Palette indices: n - 1 is black, n (mod 256) the grid colour.
     int32_t Black() const { return (1 << Bpp) - 1; }
     int32_t GridColor() const { return (1 << Bpp) % 256; }
+};
+
+// The grid of a picture as the reader measures it against a glyph order:
+// PitchX x PitchY cells, each with an AreaW x AreaH glyph area at
+// (GlyphLeft(), 2) of the cell; a pitch of 5 or 6 leaves a negative area.
+struct GridGeometry {
+    int Columns = 0, Rows = 0;
+    int PitchX = 0, PitchY = 0;
+    bool Vertical = false;
+    int AreaW = 0, AreaH = 0;
+    int GlyphLeft() const { return Vertical ? 4 : 2; }
+    int LineLength() const { return Vertical ? AreaH : AreaW; }
 };
 
 // Cell size settings of the writer: a negative cell size derives it from the

@@ -4,6 +4,7 @@
 #include <memory>
 #include <vector>
 
+#include "bmpfont/bmp_font_layout.h"
 #include "bmpfont/grid_picture_file.h"
 #include "bmpfont/grid_warnings.h"
 #include "core/bit_stream.h"
@@ -14,19 +15,11 @@
 #include "core/glyph_order.h"
 #include "core/pg_ctrl.h"
 #include "xmlfiles/glyph_order_files.h"
+#include "zgly/path_checks.h"
 
 namespace {
 
 constexpr uint32_t White = 0x00FFFFFF;
-
-// The grid of a picture read against a glyph order.
-struct GridGeometry {
-    int Columns = 0, Rows = 0;
-    int PitchX = 0, PitchY = 0;
-    bool Vertical = false;
-    int AreaW = 0, AreaH = 0;
-    int LineLength() const { return Vertical ? AreaH : AreaW; }
-};
 
 void CheckGridSize(const CBmpImage& pic, const CGlyphOrder& order, const std::filesystem::path& orderPath) {
     // An order without cells has no pitch to divide the picture by.
@@ -159,24 +152,33 @@ struct LoadedGrid {
     GridGeometry Geometry;
 };
 
+// Reads the order against the loaded picture and measures the grid.
+void LoadGridOrder(LoadedGrid& grid, const std::filesystem::path& orderPath, int columnsRowsProgress) {
+    grid.Order.Load(orderPath);
+    CheckGridSize(grid.Picture, grid.Order, orderPath);
+    if (columnsRowsProgress) g_pPgCtrl->SetProgressRange(grid.Order.Width * grid.Order.Height);
+    grid.Geometry = MeasureGrid(grid.Picture, grid.Order);
+}
+
 std::unique_ptr<LoadedGrid> LoadGrid(const std::filesystem::path& path, const std::filesystem::path& orderPath,
                                      int fontBpp, int columnsRowsProgress) {
     auto grid = std::make_unique<LoadedGrid>();
     LoadGridPicture(path, fontBpp, grid->Picture, &grid->Source);
-    grid->Order.Load(orderPath);
-    CheckGridSize(grid->Picture, grid->Order, orderPath);
-    if (columnsRowsProgress) g_pPgCtrl->SetProgressRange(grid->Order.Width * grid->Order.Height);
-    grid->Geometry = MeasureGrid(grid->Picture, grid->Order);
+    LoadGridOrder(*grid, orderPath, columnsRowsProgress);
     return grid;
 }
 
 }  // namespace
 
 void CBmpFontReader::CheckParameters() {
-    CheckGridPictureFile(Path, Bpp);
+    // The picture is loaded once, its errors first; the colours it had
+    // before mapping only matter to the reading.
+    CheckInputFile(Path);
+    auto grid = std::make_unique<LoadedGrid>();
+    LoadGridPicture(Path, Bpp, grid->Picture);
     CheckGlyphOrderFile(OrderPath);
     if (Bpp < 1 || Bpp > 8) ThrowError("Internal Error:\n Bpp(%d) out of range.", Bpp);
-    auto grid = LoadGrid(Path, OrderPath, Bpp, 0);
+    LoadGridOrder(*grid, OrderPath, 0);
     const GridGeometry& g = grid->Geometry;
     FindWhite(grid->Picture);
     for (int r = 0; r < g.Rows; ++r)
@@ -208,10 +210,7 @@ void CBmpFontReader::Read(CFontData& font, const CFontFilter& filter) {
     int white = FindWhite(pic);
     int second = pic.FindColor(White, white + 1);
     if (second >= 0 && second < (1 << Bpp)) ReportWarning(g_pPgCtrl, "2 or more white colors are found.");
-    WarnAboutGridColors(pic, grid->Source,
-                        GridAreas{g.Columns, g.Rows, g.PitchX, g.PitchY, g.Vertical ? 4 : 2, 2, std::max(g.AreaW, 0),
-                                  std::max(g.AreaH, 0)},
-                        white, Bpp);
+    WarnAboutGridColors(pic, grid->Source, g, white, Bpp);
     CColorModel colors(white, Bpp);
     uint32_t whiteIndex = static_cast<uint32_t>(white);
 
@@ -227,7 +226,6 @@ void CBmpFontReader::Read(CFontData& font, const CFontFilter& filter) {
 
     font.ReserveGlyphs(static_cast<std::size_t>(g.Columns) * g.Rows);
     int cellPixels = g.AreaW * g.AreaH;
-    int glyphLeft = g.Vertical ? 4 : 2;
     int cellsRead = 0, inked = 0, excluded = 0;
     CMissingWidthLines missingLines;
     for (int r = 0; r < g.Rows; ++r)
@@ -239,7 +237,7 @@ void CBmpFontReader::Read(CFontData& font, const CFontFilter& filter) {
                 ++excluded;
                 continue;
             }
-            pic.ExtractRect(cell.data(), x0 + glyphLeft, y0 + 2, g.AreaW, g.AreaH);
+            pic.ExtractRect(cell.data(), x0 + g.GlyphLeft(), y0 + 2, g.AreaW, g.AreaH);
             if (g.Vertical)
                 pic.ExtractRect(line.data(), x0 + 2, y0 + 2, 1, g.AreaH);
             else

@@ -15,20 +15,30 @@ int ColorDistance(uint32_t a, uint32_t b) {
     return d;
 }
 
-CGridColorMap::CGridColorMap(int fontBpp) : Entries(GridPalette(fontBpp)) {
-    int n = 1 << fontBpp;
-    Usable = std::min(n + 1, 256);
-}
+namespace {
 
-uint8_t CGridColorMap::IndexOf(uint32_t rgb) const {
-    rgb &= 0x00FFFFFF;
-    int best = 0, bestDistance = ColorDistance(rgb, Entries[0]);
-    for (int i = 0; i < Usable && bestDistance > 0; ++i) {
-        int d = ColorDistance(rgb, Entries[static_cast<std::size_t>(i)]);
-        if (d < bestDistance) best = i, bestDistance = d;
+// The grid palette's colour that a colour stands for: an exact match first,
+// else the nearest entry. Returns the palette index.
+class CGridColorMap {
+public:
+    explicit CGridColorMap(int fontBpp) : Entries(GridPalette(fontBpp)), Usable(std::min((1 << fontBpp) + 1, 256)) {}
+    uint8_t IndexOf(uint32_t rgb) const {
+        rgb &= 0x00FFFFFF;
+        int best = 0, bestDistance = ColorDistance(rgb, Entries[0]);
+        for (int i = 0; i < Usable && bestDistance > 0; ++i) {
+            int d = ColorDistance(rgb, Entries[static_cast<std::size_t>(i)]);
+            if (d < bestDistance) best = i, bestDistance = d;
+        }
+        return static_cast<uint8_t>(best);
     }
-    return static_cast<uint8_t>(best);
-}
+    const std::vector<uint32_t>& Palette() const { return Entries; }
+
+private:
+    std::vector<uint32_t> Entries;  // all 256, as the writer fills them
+    int Usable;                     // white, the greys, black and the grid colour
+};
+
+}  // namespace
 
 void MapToGridPicture(const CColorPixels& pixels, int fontBpp, CBmpImage& image) {
     CGridColorMap map(fontBpp);

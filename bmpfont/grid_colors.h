@@ -21,19 +21,7 @@ struct CColorPixels {
 // Squared distance of two 0x00RRGGBB colours.
 int ColorDistance(uint32_t a, uint32_t b);
 
-// The grid palette's colour that a colour stands for: an exact match of the
-// entries white, the greys, black and the grid colour first, else the nearest
-// of them. Returns the palette index.
-class CGridColorMap {
-public:
-    explicit CGridColorMap(int fontBpp);
-    uint8_t IndexOf(uint32_t rgb) const;
-    const std::vector<uint32_t>& Palette() const { return Entries; }
-
-private:
-    std::vector<uint32_t> Entries;  // all 256, as the writer fills them
-    int Usable = 0;                 // white, the greys and the grid colour
-};
-
-// An 8-bit picture with the grid palette, top row first.
+// An 8-bit picture with the grid palette, top row first: each colour becomes
+// the palette entry (white, the greys, black or the grid colour) it matches
+// exactly, else the nearest.
 void MapToGridPicture(const CColorPixels& pixels, int fontBpp, CBmpImage& image);

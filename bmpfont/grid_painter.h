@@ -15,10 +15,6 @@ class CGridPainter {
 public:
     CGridPainter(CBmpImage& image, const BmpGridLayout& layout);
 
-    void Pixel(int x, int y, int color);
-    void Row(int x, int y, int length, int color);
-    void Column(int x, int y, int length, int color);
-
     // Draws the glyph into cell (column, row); false when some of its ink or
     // width line lies outside the cell and was cut off.
     bool DrawGlyph(const CGlyph& glyph, int column, int row);
@@ -26,6 +22,10 @@ public:
     void DrawMarks(bool drawGrid);
 
 private:
+    void Pixel(int x, int y, int color);
+    void Row(int x, int y, int length, int color);
+    void Column(int x, int y, int length, int color);
+
     CBmpImage& Image;
     const BmpGridLayout& L;
     GridBaseline Baseline;

@@ -10,7 +10,6 @@
 #include "bmpfont/png_image.h"
 #include "core/bmp_image.h"
 #include "zgly/binary_file.h"
-#include "zgly/path_checks.h"
 
 namespace {
 
@@ -24,13 +23,13 @@ std::vector<uint8_t> ReadHead(const std::filesystem::path& path) {
     return head;
 }
 
-}  // namespace
-
 bool IsPngPath(const std::filesystem::path& path) {
     std::string ext = path.extension().string();
     std::transform(ext.begin(), ext.end(), ext.begin(), [](unsigned char c) { return std::tolower(c); });
     return ext == ".png";
 }
+
+}  // namespace
 
 void LoadGridPicture(const std::filesystem::path& path, int fontBpp, CBmpImage& image, GridPictureSource* source) {
     fontBpp = std::clamp(fontBpp, 1, 8);
@@ -50,12 +49,6 @@ void LoadGridPicture(const std::filesystem::path& path, int fontBpp, CBmpImage& 
         source->Mapped = true;
         source->Colors = std::move(pixels.Rgb);
     }
-}
-
-void CheckGridPictureFile(const std::filesystem::path& path, int fontBpp) {
-    CheckInputFile(path);
-    CBmpImage image;
-    LoadGridPicture(path, fontBpp, image);
 }
 
 void SaveGridPicture(const std::filesystem::path& path, const CBmpImage& picture) {

@@ -21,9 +21,6 @@ struct GridPictureSource {
 // with their own palette; everything else with the palette of a fontBpp grid.
 void LoadGridPicture(const std::filesystem::path& path, int fontBpp, CBmpImage& image,
                      GridPictureSource* source = nullptr);
-// The input check: the file exists and loads.
-void CheckGridPictureFile(const std::filesystem::path& path, int fontBpp);
 // The writer's bottom-up 8-bit picture, as PNG when the path ends in ".png"
 // (any case), else as BMP.
 void SaveGridPicture(const std::filesystem::path& path, const CBmpImage& picture);
-bool IsPngPath(const std::filesystem::path& path);

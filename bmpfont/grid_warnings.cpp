@@ -30,13 +30,14 @@ struct AreaContents {
     std::set<uint32_t> Colors;
 };
 
-AreaContents ReadAreas(const CBmpImage& pic, const GridPictureSource& source, const GridAreas& a) {
+AreaContents ReadAreas(const CBmpImage& pic, const GridPictureSource& source, const GridGeometry& g) {
     AreaContents out;
     uint32_t last = 0xFFFFFFFF;  // runs of one colour are looked up once
-    for (int r = 0; r < a.Rows; ++r)
-        for (int c = 0; c < a.Columns; ++c)
-            for (int y = r * a.PitchY + a.Top, y1 = y + a.Height; y < y1; ++y)
-                for (int x = c * a.PitchX + a.Left, x1 = x + a.Width; x < x1; ++x) {
+    // A negative area has no pixels: its loops run zero times.
+    for (int r = 0; r < g.Rows; ++r)
+        for (int c = 0; c < g.Columns; ++c)
+            for (int y = r * g.PitchY + 2, y1 = y + g.AreaH; y < y1; ++y)
+                for (int x = c * g.PitchX + g.GlyphLeft(), x1 = x + g.AreaW; x < x1; ++x) {
                     uint32_t index = pic.GetPixel(x, y) & 0xFF;
                     out.Indices[index] = true;
                     if (source.Mapped) {
@@ -58,15 +59,13 @@ uint32_t GridLevel(uint32_t index, uint32_t white, uint32_t maxLevel) {
     return value > maxLevel ? 0 : value;
 }
 
-void WarnAboutGridColors(const CBmpImage& pic, const GridPictureSource& source, const GridAreas& areas, int white,
+void WarnAboutGridColors(const CBmpImage& pic, const GridPictureSource& source, const GridGeometry& grid, int white,
                          int fontBpp) {
     const uint32_t maxLevel = (1u << fontBpp) - 1;
-    const std::vector<uint32_t> grid = GridPalette(fontBpp);
-    const uint32_t gridColor = GridPalette(4)[16];
-    AreaContents seen = ReadAreas(pic, source, areas);
+    AreaContents seen = ReadAreas(pic, source, grid);
     const std::array<bool, 256>& used = seen.Indices;
     seen.Colors.erase(White);
-    seen.Colors.erase(gridColor);
+    seen.Colors.erase(GridColorRgb);
     int inkColors = static_cast<int>(seen.Colors.size());
     bool tooManyLevels = false;
     if (inkColors > static_cast<int>(maxLevel)) {
@@ -81,11 +80,12 @@ void WarnAboutGridColors(const CBmpImage& pic, const GridPictureSource& source, 
     }
     // Greys the depth drops are explained above; a moved white is not.
     if (source.Mapped || (tooManyLevels && white == 0)) return;
+    const std::vector<uint32_t> palette = GridPalette(fontBpp);
     for (int i = 0; i < pic.PaletteSize; ++i) {
         uint32_t c = pic.Palette[static_cast<std::size_t>(i)] & 0x00FFFFFF;
-        if (!used[static_cast<std::size_t>(i)] || c == White || c == gridColor) continue;
+        if (!used[static_cast<std::size_t>(i)] || c == White || c == GridColorRgb) continue;
         uint32_t reads = GridLevel(static_cast<uint32_t>(i), static_cast<uint32_t>(white), maxLevel);
-        uint32_t means = LevelOfColor(c, grid, fontBpp);
+        uint32_t means = LevelOfColor(c, palette, fontBpp);
         if (reads != means) {
             ReportWarning(
                 g_pPgCtrl,

@@ -9,24 +9,19 @@
 #include <vector>
 
 class CBmpImage;
+struct GridGeometry;
 struct GridPictureSource;
 
 // Palette index -> grey level: white is background, index 0 stands for the
 // white index's value, values beyond the font's levels are background.
 uint32_t GridLevel(uint32_t index, uint32_t white, uint32_t maxLevel);
 
-// The glyph areas of a grid: Width x Height pixels at (Left, Top) of every
-// PitchX x PitchY cell.
-struct GridAreas {
-    int Columns, Rows, PitchX, PitchY, Left, Top, Width, Height;
-};
-
 // Warns when the glyph areas use more ink colours than the font's depth keeps
 // (naming the colour count to read them with), and when a palette picture's
 // entries used there read as other levels than their colours say (naming what
 // was found).
-void WarnAboutGridColors(const CBmpImage& picture, const GridPictureSource& source, const GridAreas& areas, int white,
-                         int fontBpp);
+void WarnAboutGridColors(const CBmpImage& picture, const GridPictureSource& source, const GridGeometry& grid,
+                         int white, int fontBpp);
 
 // Collects glyphs that have ink but no width line, for one warning.
 class CMissingWidthLines {

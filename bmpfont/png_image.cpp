@@ -25,15 +25,17 @@ CColorPixels DecodePng(const std::vector<uint8_t>& bytes, const std::filesystem:
         png_image_free(&image);
         ThrowError("Input file(%s) is broken PNG(%s).", path, "picture too large");
     }
-    std::vector<uint8_t> rgba(PNG_IMAGE_SIZE(image));
-    if (!png_image_finish_read(&image, nullptr, rgba.data(), 0, nullptr))
-        ThrowError("Input file(%s) is broken PNG(%s).", path, image.message);
     CColorPixels out;
     out.Width = static_cast<int>(image.width);
     out.Height = static_cast<int>(image.height);
     out.Rgb.resize(static_cast<std::size_t>(out.Width) * out.Height);
+    // The RGBA bytes land in the colours' own storage (4 bytes a pixel) and
+    // each pixel's bytes become its colour in place.
+    uint8_t* rgba = reinterpret_cast<uint8_t*>(out.Rgb.data());
+    if (!png_image_finish_read(&image, nullptr, rgba, 0, nullptr))
+        ThrowError("Input file(%s) is broken PNG(%s).", path, image.message);
     for (std::size_t i = 0; i < out.Rgb.size(); ++i) {
-        const uint8_t* p = rgba.data() + 4 * i;
+        const uint8_t* p = rgba + 4 * i;
         uint32_t a = p[3], rgb = 0;
         for (int c = 0; c < 3; ++c) rgb = (rgb << 8) | ((p[c] * a + 255 * (255 - a) + 127) / 255);
         out.Rgb[i] = rgb;

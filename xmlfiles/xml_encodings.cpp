@@ -1,18 +1,15 @@
 #include "xmlfiles/xml_encodings.h"
 
-#include <string>
-
 #include "core/codepage.h"
+#include "xmlfiles/xml_frame.h"
 
 namespace {
 
 int CodePageOfName(const char* name) {
-    std::string n;
-    for (const char* p = name; *p; ++p) n += static_cast<char>(*p >= 'A' && *p <= 'Z' ? *p - 'A' + 'a' : *p);
     for (const char* sjis : {"shift_jis", "shift-jis", "sjis", "x-sjis", "ms_kanji", "windows-31j", "cp932"})
-        if (n == sjis) return 932;
+        if (EqualsIgnoringCase(name, sjis)) return 932;
     for (const char* latin : {"windows-1252", "cp1252"})
-        if (n == latin) return 1252;
+        if (EqualsIgnoringCase(name, latin)) return 1252;
     return 0;
 }
 

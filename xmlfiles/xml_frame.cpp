@@ -25,6 +25,16 @@ namespace {
 
 constexpr int ChunkSize = 64 * 1024;
 
+// Keeps the first error of a parse: text is stored only while errorText is empty.
+void RecordFirstError(std::string& errorText, const std::string& text) {
+    if (errorText.empty()) errorText = text;
+}
+
+// "path : line n : column n\n\n message\n"
+std::string ParseErrorText(const std::string& systemId, long long line, long long column, const std::string& message) {
+    return FormatString("%s : line %d : column %d\n\n %s\n", systemId, line, column, message);
+}
+
 // One load: the parser, the handler it feeds, and what the callbacks found.
 class CXmlParse {
 public:
@@ -262,14 +272,6 @@ void CXmlHandlerBase::Error(const std::string& text) { RecordFirstError(ErrorTex
 
 void CXmlHandlerBase::Warning(const std::string& text) {
     if (WarningsAreErrors) RecordFirstError(ErrorText, text);
-}
-
-void RecordFirstError(std::string& errorText, const std::string& text) {
-    if (errorText.empty()) errorText = text;
-}
-
-std::string ParseErrorText(const std::string& systemId, long long line, long long column, const std::string& message) {
-    return FormatString("%s : line %d : column %d\n\n %s\n", systemId, line, column, message);
 }
 
 bool EqualsIgnoringCase(std::string_view text, std::string_view known) {

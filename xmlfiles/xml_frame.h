@@ -71,11 +71,6 @@ private:
 // read without error and nothing was recorded in the handler's ErrorText.
 void ParseXmlFile(CXmlHandlerBase& handler, const std::filesystem::path& path, const XmlFailureTexts& texts);
 
-// Keeps the first error of a parse: text is stored only while errorText is empty.
-void RecordFirstError(std::string& errorText, const std::string& text);
-// "path : line n : column n\n\n message\n"
-std::string ParseErrorText(const std::string& systemId, long long line, long long column, const std::string& message);
-
 // ASCII letters compared without case; names and versions are ASCII.
 bool EqualsIgnoringCase(std::string_view text, std::string_view known);
 // Case-insensitive element name test.

@@ -77,17 +77,17 @@ TEST(BmpFile, RefusesBadHeadersAndShortFiles) {
         RawBmp b = Sample(8);
         change(b);
         dir.Write("b.bmp", b.Bytes());
-        EXPECT_EQ(ErrorOf([&] { CheckBmpFile(path); }), p + message);
+        EXPECT_EQ(ErrorOf([&] { Load(path); }), p + message);
     }
     const std::string good = Sample(8).Bytes();
     for (std::size_t cut : {std::size_t(0), std::size_t(10), std::size_t(40), std::size_t(60), good.size() - 1}) {
         dir.Write("b.bmp", good.substr(0, cut));
-        const std::string e = ErrorOf([&] { CheckBmpFile(path); });
+        const std::string e = ErrorOf([&] { Load(path); });
         EXPECT_TRUE(e == p + "is broken." || e == p + "is not bmp file.") << cut << ": " << e;
     }
     // A header claiming 2^31 pixels in a tiny file is refused before any allocation.
     std::string huge = good;
     huge.replace(18, 8, std::string("\xFF\xFF\x00\x00\x00\x80\x00\x00", 8));
     dir.Write("b.bmp", huge);
-    EXPECT_EQ(ErrorOf([&] { CheckBmpFile(path); }), p + "is broken.");
+    EXPECT_EQ(ErrorOf([&] { Load(path); }), p + "is broken.");
 }
