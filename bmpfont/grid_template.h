@@ -7,12 +7,13 @@
 
 class CGlyphOrder;
 
+// Zero or negative sizes and baseline stand for "not given".
 struct GridTemplateSettings {
-    int32_t CellWidth = 16;
-    int32_t CellHeight = 16;
+    int32_t CellWidth = 0;
+    int32_t CellHeight = 0;
     // Horizontal: rows from the glyph area's top to the baseline. Vertical:
     // columns from the glyph area's right edge to the origin.
-    int32_t Baseline = 12;
+    int32_t Baseline = -1;
     int32_t Bpp = 1;
     bool Vertical = false;
 };

@@ -3,7 +3,6 @@
 #include <cstdlib>
 
 #include "bmpfont/bmp_font_layout.h"
-#include "bmpfont/grid_template.h"
 #include "cli/factories.h"
 #include "cli/options.h"
 #include "core/glyph_order.h"
@@ -29,7 +28,7 @@ TemplateOptions ParseTemplateCommand(const std::vector<std::string>& args) {
     for (std::size_t i = 1; i < args.size(); ++i) {
         const std::string& name = args[i];
         if (name == "--vertical") {
-            o.Vertical = true;
+            o.Grid.Vertical = true;
             continue;
         }
         if (name != "--order" && name != "--cell" && name != "--baseline" && name != "--colors" && name != "--out")
@@ -38,23 +37,23 @@ TemplateOptions ParseTemplateCommand(const std::vector<std::string>& args) {
         const std::string& value = args[++i];
         if (name == "--order") o.Order = value;
         if (name == "--out") o.OutPath = value;
-        if (name == "--baseline") o.Baseline = Number(name, value, 0);
+        if (name == "--baseline") o.Grid.Baseline = Number(name, value, 0);
         if (name == "--cell") {
             std::size_t x = value.find('x');
             if (x == std::string::npos) Fail("--cell needs WxH, not '" + value + "'");
-            o.CellWidth = Number(name, value.substr(0, x), 1);
-            o.CellHeight = Number(name, value.substr(x + 1), 1);
+            o.Grid.CellWidth = Number(name, value.substr(0, x), 1);
+            o.Grid.CellHeight = Number(name, value.substr(x + 1), 1);
         }
         if (name == "--colors") {
             int colors = Number(name, value, 2);
             if (colors != 2 && colors != 4 && colors != 8 && colors != 16)
                 Fail("--colors takes 2|4|8|16, not '" + value + "'");
-            o.Bpp = colors == 2 ? 1 : colors == 4 ? 2 : colors == 8 ? 3 : 4;
+            o.Grid.Bpp = colors == 2 ? 1 : colors == 4 ? 2 : colors == 8 ? 3 : 4;
         }
     }
     if (o.Order.empty()) Fail("template needs --order ORDER");
-    if (o.CellWidth == 0) Fail("template needs --cell WxH");
-    if (o.Baseline < 0) Fail("template needs --baseline N");
+    if (o.Grid.CellWidth == 0) Fail("template needs --cell WxH");
+    if (o.Grid.Baseline < 0) Fail("template needs --baseline N");
     if (o.OutPath.empty()) Fail("template needs --out FILE.bmp|FILE.png");
     return o;
 }
@@ -66,5 +65,5 @@ void RunTemplateCommand(const TemplateOptions& o) {
     CGlyphOrder grid;
     grid.Load(order);
     CheckOrderGrid(grid, order);
-    WriteGridTemplate(o.OutPath, grid, GridTemplateSettings{o.CellWidth, o.CellHeight, o.Baseline, o.Bpp, o.Vertical});
+    WriteGridTemplate(o.OutPath, grid, o.Grid);
 }

@@ -4,14 +4,12 @@
 #include <string>
 #include <vector>
 
+#include "bmpfont/grid_template.h"
+
 struct TemplateOptions {
     std::string Order;
     std::string OutPath;
-    int CellWidth = 0;
-    int CellHeight = 0;
-    int Baseline = -1;
-    int Bpp = 1;
-    bool Vertical = false;
+    GridTemplateSettings Grid;
 };
 
 // args excludes the program name. Throws CUsageError.
