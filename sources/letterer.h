@@ -22,19 +22,8 @@ struct RenderedCell {
     int32_t Advance = 0;
     // Rows from the image's top edge down to the baseline.
     int32_t Baseline = 0;
-    uint8_t MaxLevel = 0;
     uint8_t Background = 0;
 };
-
-// Soft anti-aliasing: halves an image rendered at double height, keeping the
-// baseline between 2 x 2 blocks. Works in place on Width x Height bytes.
-void HalveImage(uint8_t* image, RenderedCell& cell);
-// The halved cell's size and metrics, as HalveImage sets them; returns the
-// source rows the halving covers (one more than Height when the first block
-// starts a row above the image).
-int HalveCellMetrics(RenderedCell& cell);
-// Maps the 17 levels 0..16 to 0..MaxLevel, in place.
-void ScaleLevels(uint8_t* image, std::size_t count, int maxLevel);
 
 // A face name with its vertical mark split off.
 struct FontRequest {
@@ -68,8 +57,6 @@ public:
     // left it, touching only the ink's rows.
     void BuildGlyph(CGlyph& glyph, const uint8_t* image, std::ptrdiff_t pitch, const uint8_t* levels,
                     const RenderedCell& cell);
-
-    const CFontFace* Font() const { return Face.get(); }
 
 protected:
     // A character's rendering at one byte a pixel (coverage 0..255), already

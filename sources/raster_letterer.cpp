@@ -65,7 +65,6 @@ bool CRasterLetterer::MakeGlyph(CGlyph& glyph, char16_t code) {
     cell.OriginX = 0;
     cell.Advance = advance;
     cell.Baseline = FontAscent;
-    cell.MaxLevel = full;
     BuildGlyph(glyph, Result.data(), cell);
     return true;
 }
