@@ -11,11 +11,10 @@
 #include "core/general_exception.h"
 #include "sources/vertical_forms.h"
 
-FontRequest ParseFaceName(const std::string& faceName, int32_t size) {
+FontRequest ParseFaceName(const std::string& faceName) {
     FontRequest r;
     r.Vertical = !faceName.empty() && faceName[0] == '@';
     r.FaceName = r.Vertical ? faceName.substr(1) : faceName;
-    r.Size = size;
     return r;
 }
 
@@ -31,10 +30,7 @@ void CLetterer::Setup(int32_t bpp, int32_t widthType, int32_t fixedWidth, bool v
     Vertical = vertical;
 }
 
-void CLetterer::OpenFace(const FontRequest& request, int32_t size) {
-    FontLocation location;
-    if (!ResolveFontName(request.FaceName, location, size))
-        ThrowError("Parameter Error:\n Font(%s) is not installed.", request.FaceName);
+void CLetterer::OpenFace(const FontLocation& location, int32_t size) {
     Face = std::make_unique<CFontFace>(location, size);
     FontAscent = Face->Ascent;
     CellSize = std::max(Face->Height(), Face->MaxCharWidth);

@@ -28,10 +28,9 @@ struct RenderedCell {
 // A face name with its vertical mark split off.
 struct FontRequest {
     std::string FaceName;  // family or file path, without the '@'
-    int32_t Size = 0;
     bool Vertical = false;
 };
-FontRequest ParseFaceName(const std::string& faceName, int32_t size);
+FontRequest ParseFaceName(const std::string& faceName);
 
 class CLetterer {
 public:
@@ -41,8 +40,8 @@ public:
     CLetterer& operator=(const CLetterer&) = delete;
 
     void Setup(int32_t bpp, int32_t widthType, int32_t fixedWidth, bool vertical);
-    // Opens the face; throws when it cannot.
-    virtual void Prepare(const FontRequest& request) = 0;
+    // Opens the face found at the location at the size; throws when it cannot.
+    virtual void Prepare(const FontLocation& location, int32_t size) = 0;
     // False when the face has nothing for the code; the glyph is untouched then.
     virtual bool MakeGlyph(CGlyph& glyph, char16_t code) = 0;
     // The face's glyph for the code, 0 when it has none.
@@ -70,7 +69,7 @@ protected:
         int32_t Top = 0;   // baseline to top edge, upwards
         int32_t Advance = 0;
     };
-    void OpenFace(const FontRequest& request, int32_t size);
+    void OpenFace(const FontLocation& location, int32_t size);
     // Loads and renders the code's glyph (index from GlyphIndex); false when
     // FreeType cannot.
     bool Render(char16_t code, FT_UInt index, FT_Int32 loadFlags, Bitmap& out);
@@ -110,7 +109,7 @@ private:
 
 class CRasterLetterer : public CLetterer {
 public:
-    void Prepare(const FontRequest& request) override;
+    void Prepare(const FontLocation& location, int32_t size) override;
     bool MakeGlyph(CGlyph& glyph, char16_t code) override;
 
 private:
@@ -120,7 +119,7 @@ private:
 
 class CVectorLetterer : public CLetterer {
 public:
-    void Prepare(const FontRequest& request) override;
+    void Prepare(const FontLocation& location, int32_t size) override;
     bool MakeGlyph(CGlyph& glyph, char16_t code) override;
 
     bool SoftAA = false;

@@ -10,8 +10,8 @@ enum : uint8_t { White = 0, Black = 1, Outside = 2 };
 constexpr int MaxCellSize = 4096;
 }  // namespace
 
-void CRasterLetterer::Prepare(const FontRequest& request) {
-    OpenFace(request, request.Size);
+void CRasterLetterer::Prepare(const FontLocation& location, int32_t size) {
+    OpenFace(location, size);
     // The whole cell is one scratch bitmap; refuse sizes no screen font has.
     if (CellSize < 1 || CellSize > MaxCellSize) ThrowError("Internal Error:\n Fail to CreateCompatibleBitmap.");
     Grid.resize(static_cast<std::size_t>(CellSize) * CellSize);

@@ -30,9 +30,9 @@ void ScaleLevels(uint8_t* levels, std::size_t count, int maxLevel) {
 
 }  // namespace
 
-void CVectorLetterer::Prepare(const FontRequest& request) {
+void CVectorLetterer::Prepare(const FontLocation& location, int32_t size) {
     // Soft anti-aliasing renders at double height and halves afterwards.
-    OpenFace(request, SoftAA ? request.Size * 2 : request.Size);
+    OpenFace(location, SoftAA ? size * 2 : size);
     // The 17 levels count covered sub-samples out of 16; FreeType's coverage
     // 0..255 is the covered area, so a level is coverage x 16 / 255 rounded
     // to the nearest (8 and up is level 1, 248 and up is 16).
