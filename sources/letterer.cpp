@@ -209,10 +209,10 @@ void CLetterer::BuildGlyph(CGlyph& glyph, const uint8_t* image, const RenderedCe
 
 void CLetterer::BuildGlyph(CGlyph& glyph, const uint8_t* image, std::ptrdiff_t pitch, const uint8_t* levels,
                            const RenderedCell& cell) {
-    if (levels != TableFor || cell.Background != TableBackground || Bpp != TableBpp) {
+    if (levels != TableFor || Bpp != TableBpp) {
         for (int v = 0; v < 256; ++v) {
             const uint8_t level = levels ? levels[v] : static_cast<uint8_t>(v);
-            Ink[v] = level != cell.Background;
+            Ink[v] = level != 0;
             Level[v] = static_cast<uint8_t>(level & MaxLevel());
         }
         if (Bpp == 1 || Bpp == 2 || Bpp == 4) {
@@ -228,7 +228,6 @@ void CLetterer::BuildGlyph(CGlyph& glyph, const uint8_t* image, std::ptrdiff_t p
         InkFrom = threshold ? from : 0;
         InkAdd = 0x0101010101010101ull * static_cast<uint64_t>(from <= 128 ? 128 - from : 256 - from);
         TableFor = levels;
-        TableBackground = cell.Background;
         TableBpp = Bpp;
     }
     // Each row is looked at from both ends up to its first and last ink only.

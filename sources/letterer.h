@@ -13,7 +13,8 @@
 class CGlyph;
 class CVerticalForms;
 
-// An 8-bit image of one character with its metrics, handed to BuildGlyph.
+// An 8-bit image of one character (level 0 is no ink) with its metrics,
+// handed to BuildGlyph.
 struct RenderedCell {
     int32_t Width = 0;
     int32_t Height = 0;
@@ -22,7 +23,6 @@ struct RenderedCell {
     int32_t Advance = 0;
     // Rows from the image's top edge down to the baseline.
     int32_t Baseline = 0;
-    uint8_t Background = 0;
 };
 
 // A face name with its vertical mark split off.
@@ -91,10 +91,9 @@ private:
 
     std::vector<uint8_t> Coverage;
     std::vector<uint8_t> Turned;
-    // Byte -> level (masked to the depth) and byte -> "is ink" of the last
-    // BuildGlyph's table, depth and background.
+    // Byte -> level (masked to the depth) and byte -> "is ink" (level not 0)
+    // of the last BuildGlyph's table and depth.
     const uint8_t* TableFor = nullptr;
-    int TableBackground = -1;
     int TableBpp = 0;
     uint8_t Level[256] = {};
     bool Ink[256] = {};
