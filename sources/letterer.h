@@ -113,7 +113,8 @@ public:
 
 private:
     std::vector<uint8_t> Grid;
-    std::vector<uint8_t> Result;
+    // Grid value -> level: ink at full level, the rest blank.
+    uint8_t GridLevels[256] = {};
 };
 
 class CVectorLetterer : public CLetterer {
