@@ -8,7 +8,8 @@
 # Everything lands in out/.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-bash scripts/setup.sh
+# The imaging library draws the zoomed grid cells.
+bash scripts/setup.sh python3-pil
 bash scripts/build.sh
 cli=${BUILD_DIR:-build}/bin/glyphwright-cli
 mkdir -p out

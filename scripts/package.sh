@@ -5,7 +5,8 @@
 #   apt-get install ./out/glyphwright_*.deb
 set -euo pipefail
 cd "$(dirname "$0")/.."
-bash scripts/setup.sh
+# dpkg-shlibdeps reads the run-time dependencies.
+bash scripts/setup.sh dpkg-dev
 build_dir=${PACKAGE_BUILD_DIR:-build-package}
 launcher=()
 if command -v ccache >/dev/null; then launcher=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache -DCMAKE_C_COMPILER_LAUNCHER=ccache); fi

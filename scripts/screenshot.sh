@@ -6,6 +6,7 @@
 # rests, and the message window beside and over the main window.
 set -e
 cd "$(dirname "$0")/.."
+bash scripts/setup.sh xvfb openbox
 BUILD_DIR=${BUILD_DIR:-build}
 OUT_DIR=${OUT_DIR:-out}
 # Configure only a new build directory; an existing one keeps its build type.

@@ -1,16 +1,16 @@
 #!/usr/bin/env bash
 # Installs whatever is missing of glyphwright's build and test dependencies
-# (Debian, as root). Fast and silent when everything is there.
+# (Debian, as root). Fast and silent when everything is there. A script that
+# needs more than building and testing names its extra packages as arguments.
 set -euo pipefail
 
 packages=(
   cmake g++ make pkg-config python3
   libgtest-dev libexpat1-dev libfreetype-dev libfontconfig-dev libharfbuzz-dev libpng-dev
-  libtomlplusplus-dev dpkg-dev
+  libtomlplusplus-dev
   qt6-base-dev
   fonts-dejavu-core fonts-ipafont-gothic
-  xvfb openbox
-  python3-pil
+  "$@"
 )
 
 missing=()

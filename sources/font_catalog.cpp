@@ -7,9 +7,10 @@
 #include <memory>
 #include <set>
 
-#include <fontconfig/fontconfig.h>
 #include <hb-ot.h>
 #include <hb.h>
+
+#include "sources/fontconfig_support.h"
 
 namespace {
 
@@ -61,22 +62,16 @@ bool CoversEastAsian(FcPattern* font) {
 std::vector<FontFaceInfo> ListInstalledFaces() {
     std::vector<FontFaceInfo> result;
     if (!FcInit()) return result;
-    std::unique_ptr<FcPattern, decltype(&FcPatternDestroy)> pattern(FcPatternCreate(), FcPatternDestroy);
-    std::unique_ptr<FcObjectSet, decltype(&FcObjectSetDestroy)> objects(
-        FcObjectSetBuild(FC_FAMILY, FC_SCALABLE, FC_OUTLINE, FC_PIXEL_SIZE, FC_FILE, FC_INDEX, FC_LANG, FC_STYLE,
-                         nullptr),
-        FcObjectSetDestroy);
-    std::unique_ptr<FcFontSet, decltype(&FcFontSetDestroy)> fonts(
-        FcFontList(nullptr, pattern.get(), objects.get()), FcFontSetDestroy);
+    FcPatternPtr pattern(FcPatternCreate());
+    FcObjectSetPtr objects(FcObjectSetBuild(FC_FAMILY, FC_SCALABLE, FC_OUTLINE, FC_PIXEL_SIZE, FC_FILE, FC_INDEX,
+                                            FC_LANG, FC_STYLE, nullptr));
+    FcFontSetPtr fonts(FcFontList(nullptr, pattern.get(), objects.get()));
     if (!fonts) return result;
 
     std::map<std::string, Family> families;
     for (int i = 0; i < fonts->nfont; ++i) {
         FcPattern* font = fonts->fonts[i];
-        FcBool scalable = FcFalse, outline = FcFalse;
-        FcPatternGetBool(font, FC_SCALABLE, 0, &scalable);
-        FcPatternGetBool(font, FC_OUTLINE, 0, &outline);
-        const bool isScalable = scalable || outline;
+        const bool isScalable = IsScalablePattern(font);
         FcChar8* file = nullptr;
         int index = 0;
         FcPatternGetString(font, FC_FILE, 0, &file);

@@ -7,7 +7,8 @@
 struct FontFaceInfo {
     std::string Family;
     bool Scalable = true;
-    // Pixel sizes of a bitmap face's strikes; empty for outline faces.
+    // Pixel sizes of a bitmap face's strikes, ascending, each once; empty for
+    // outline faces.
     std::vector<int> PixelSizes;
     // The face has vertical alternate forms, so "@Family" is offered too.
     bool HasVerticalForms = false;

@@ -5,24 +5,12 @@
 #include <cmath>
 #include <cstdlib>
 
-#include <fontconfig/fontconfig.h>
 #include FT_TRUETYPE_TABLES_H
 
 #include "core/general_exception.h"
+#include "sources/fontconfig_support.h"
 
 namespace {
-
-struct FcPatternDeleter {
-    void operator()(FcPattern* p) const { FcPatternDestroy(p); }
-};
-using FcPatternPtr = std::unique_ptr<FcPattern, FcPatternDeleter>;
-
-bool FamilyMatches(FcPattern* font, const std::string& name) {
-    FcChar8* family = nullptr;
-    for (int i = 0; FcPatternGetString(font, FC_FAMILY, i, &family) == FcResultMatch; ++i)
-        if (FcStrCmpIgnoreCase(family, reinterpret_cast<const FcChar8*>(name.c_str())) == 0) return true;
-    return false;
-}
 
 // How far a strike is from a requested size: cell heights for size > 0, ems
 // for size < 0.
@@ -45,13 +33,6 @@ int NearestStrikeDistance(FT_Library lib, const char* file, int index, int32_t s
     return best;
 }
 
-bool IsScalablePattern(FcPattern* font) {
-    FcBool scalable = FcFalse, outline = FcFalse;
-    FcPatternGetBool(font, FC_SCALABLE, 0, &scalable);
-    FcPatternGetBool(font, FC_OUTLINE, 0, &outline);
-    return scalable || outline;
-}
-
 // Bitmap families usually ship one file per size: among the files of the
 // matched font's family and style, the one whose strike is nearest the size.
 void PickStrikeFile(FcPattern* match, const std::string& name, int32_t size, FontLocation& out) {
@@ -60,10 +41,8 @@ void PickStrikeFile(FcPattern* match, const std::string& name, int32_t size, Fon
     FcPatternPtr pattern(FcPatternCreate());
     FcPatternAddString(pattern.get(), FC_FAMILY, reinterpret_cast<const FcChar8*>(name.c_str()));
     if (style) FcPatternAddString(pattern.get(), FC_STYLE, style);
-    std::unique_ptr<FcObjectSet, decltype(&FcObjectSetDestroy)> objects(
-        FcObjectSetBuild(FC_FILE, FC_INDEX, FC_SCALABLE, FC_OUTLINE, nullptr), FcObjectSetDestroy);
-    std::unique_ptr<FcFontSet, decltype(&FcFontSetDestroy)> fonts(FcFontList(nullptr, pattern.get(), objects.get()),
-                                                                 FcFontSetDestroy);
+    FcObjectSetPtr objects(FcObjectSetBuild(FC_FILE, FC_INDEX, FC_SCALABLE, FC_OUTLINE, nullptr));
+    FcFontSetPtr fonts(FcFontList(nullptr, pattern.get(), objects.get()));
     if (!fonts) return;
     FtLibraryPtr lib = MakeFtLibrary();
     int bestDistance = NearestStrikeDistance(lib.get(), out.File.c_str(), out.Index, size);
@@ -93,7 +72,7 @@ bool ResolveFamily(const std::string& name, int32_t size, FontLocation& out) {
     FcResult result = FcResultNoMatch;
     FcPatternPtr match(FcFontMatch(nullptr, pattern.get(), &result));
     // fontconfig always offers a fallback; only the family asked for counts.
-    if (!match || !FamilyMatches(match.get(), name)) return false;
+    if (!match || !HasName(match.get(), FC_FAMILY, name)) return false;
     FcChar8* file = nullptr;
     if (FcPatternGetString(match.get(), FC_FILE, 0, &file) != FcResultMatch) return false;
     int index = 0;

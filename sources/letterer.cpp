@@ -11,11 +11,10 @@
 #include "core/general_exception.h"
 #include "sources/vertical_forms.h"
 
-FontRequest ParseFaceName(const std::string& faceName, int32_t size) {
+FontRequest ParseFaceName(const std::string& faceName) {
     FontRequest r;
     r.Vertical = !faceName.empty() && faceName[0] == '@';
     r.FaceName = r.Vertical ? faceName.substr(1) : faceName;
-    r.Size = size;
     return r;
 }
 
@@ -31,10 +30,7 @@ void CLetterer::Setup(int32_t bpp, int32_t widthType, int32_t fixedWidth, bool v
     Vertical = vertical;
 }
 
-void CLetterer::OpenFace(const FontRequest& request, int32_t size) {
-    FontLocation location;
-    if (!ResolveFontName(request.FaceName, location, size))
-        ThrowError("Parameter Error:\n Font(%s) is not installed.", request.FaceName);
+void CLetterer::OpenFace(const FontLocation& location, int32_t size) {
     Face = std::make_unique<CFontFace>(location, size);
     FontAscent = Face->Ascent;
     CellSize = std::max(Face->Height(), Face->MaxCharWidth);
@@ -213,10 +209,10 @@ void CLetterer::BuildGlyph(CGlyph& glyph, const uint8_t* image, const RenderedCe
 
 void CLetterer::BuildGlyph(CGlyph& glyph, const uint8_t* image, std::ptrdiff_t pitch, const uint8_t* levels,
                            const RenderedCell& cell) {
-    if (levels != TableFor || cell.Background != TableBackground || Bpp != TableBpp) {
+    if (levels != TableFor || Bpp != TableBpp) {
         for (int v = 0; v < 256; ++v) {
             const uint8_t level = levels ? levels[v] : static_cast<uint8_t>(v);
-            Ink[v] = level != cell.Background;
+            Ink[v] = level != 0;
             Level[v] = static_cast<uint8_t>(level & MaxLevel());
         }
         if (Bpp == 1 || Bpp == 2 || Bpp == 4) {
@@ -232,7 +228,6 @@ void CLetterer::BuildGlyph(CGlyph& glyph, const uint8_t* image, std::ptrdiff_t p
         InkFrom = threshold ? from : 0;
         InkAdd = 0x0101010101010101ull * static_cast<uint64_t>(from <= 128 ? 128 - from : 256 - from);
         TableFor = levels;
-        TableBackground = cell.Background;
         TableBpp = Bpp;
     }
     // Each row is looked at from both ends up to its first and last ink only.

@@ -13,7 +13,8 @@
 class CGlyph;
 class CVerticalForms;
 
-// An 8-bit image of one character with its metrics, handed to BuildGlyph.
+// An 8-bit image of one character (level 0 is no ink) with its metrics,
+// handed to BuildGlyph.
 struct RenderedCell {
     int32_t Width = 0;
     int32_t Height = 0;
@@ -22,27 +23,14 @@ struct RenderedCell {
     int32_t Advance = 0;
     // Rows from the image's top edge down to the baseline.
     int32_t Baseline = 0;
-    uint8_t MaxLevel = 0;
-    uint8_t Background = 0;
 };
-
-// Soft anti-aliasing: halves an image rendered at double height, keeping the
-// baseline between 2 x 2 blocks. Works in place on Width x Height bytes.
-void HalveImage(uint8_t* image, RenderedCell& cell);
-// The halved cell's size and metrics, as HalveImage sets them; returns the
-// source rows the halving covers (one more than Height when the first block
-// starts a row above the image).
-int HalveCellMetrics(RenderedCell& cell);
-// Maps the 17 levels 0..16 to 0..MaxLevel, in place.
-void ScaleLevels(uint8_t* image, std::size_t count, int maxLevel);
 
 // A face name with its vertical mark split off.
 struct FontRequest {
     std::string FaceName;  // family or file path, without the '@'
-    int32_t Size = 0;
     bool Vertical = false;
 };
-FontRequest ParseFaceName(const std::string& faceName, int32_t size);
+FontRequest ParseFaceName(const std::string& faceName);
 
 class CLetterer {
 public:
@@ -52,8 +40,8 @@ public:
     CLetterer& operator=(const CLetterer&) = delete;
 
     void Setup(int32_t bpp, int32_t widthType, int32_t fixedWidth, bool vertical);
-    // Opens the face; throws when it cannot.
-    virtual void Prepare(const FontRequest& request) = 0;
+    // Opens the face found at the location at the size; throws when it cannot.
+    virtual void Prepare(const FontLocation& location, int32_t size) = 0;
     // False when the face has nothing for the code; the glyph is untouched then.
     virtual bool MakeGlyph(CGlyph& glyph, char16_t code) = 0;
     // The face's glyph for the code, 0 when it has none.
@@ -69,8 +57,6 @@ public:
     void BuildGlyph(CGlyph& glyph, const uint8_t* image, std::ptrdiff_t pitch, const uint8_t* levels,
                     const RenderedCell& cell);
 
-    const CFontFace* Font() const { return Face.get(); }
-
 protected:
     // A character's rendering at one byte a pixel (coverage 0..255), already
     // turned for vertical faces: FreeType's own buffer when it is one, else
@@ -83,7 +69,7 @@ protected:
         int32_t Top = 0;   // baseline to top edge, upwards
         int32_t Advance = 0;
     };
-    void OpenFace(const FontRequest& request, int32_t size);
+    void OpenFace(const FontLocation& location, int32_t size);
     // Loads and renders the code's glyph (index from GlyphIndex); false when
     // FreeType cannot.
     bool Render(char16_t code, FT_UInt index, FT_Int32 loadFlags, Bitmap& out);
@@ -105,10 +91,9 @@ private:
 
     std::vector<uint8_t> Coverage;
     std::vector<uint8_t> Turned;
-    // Byte -> level (masked to the depth) and byte -> "is ink" of the last
-    // BuildGlyph's table, depth and background.
+    // Byte -> level (masked to the depth) and byte -> "is ink" (level not 0)
+    // of the last BuildGlyph's table and depth.
     const uint8_t* TableFor = nullptr;
-    int TableBackground = -1;
     int TableBpp = 0;
     uint8_t Level[256] = {};
     bool Ink[256] = {};
@@ -123,17 +108,18 @@ private:
 
 class CRasterLetterer : public CLetterer {
 public:
-    void Prepare(const FontRequest& request) override;
+    void Prepare(const FontLocation& location, int32_t size) override;
     bool MakeGlyph(CGlyph& glyph, char16_t code) override;
 
 private:
     std::vector<uint8_t> Grid;
-    std::vector<uint8_t> Result;
+    // Grid value -> level: ink at full level, the rest blank.
+    uint8_t GridLevels[256] = {};
 };
 
 class CVectorLetterer : public CLetterer {
 public:
-    void Prepare(const FontRequest& request) override;
+    void Prepare(const FontLocation& location, int32_t size) override;
     bool MakeGlyph(CGlyph& glyph, char16_t code) override;
 
     bool SoftAA = false;

@@ -1,21 +1,25 @@
 // Two grey levels: the character's cell drawn as GDI's TextOut would, with
 // the blank area around the cell marked, then measured and reduced.
 #include <algorithm>
+#include <iterator>
 
 #include "core/general_exception.h"
 #include "sources/letterer.h"
 
 namespace {
-enum : uint8_t { White = 0, Black = 1, Outside = 2 };
+// Ink is the highest value, so the glyph is built from the grid as it is.
+enum : uint8_t { White = 0, Outside = 1, Black = 2 };
 constexpr int MaxCellSize = 4096;
 }  // namespace
 
-void CRasterLetterer::Prepare(const FontRequest& request) {
-    OpenFace(request, request.Size);
+void CRasterLetterer::Prepare(const FontLocation& location, int32_t size) {
+    OpenFace(location, size);
     // The whole cell is one scratch bitmap; refuse sizes no screen font has.
     if (CellSize < 1 || CellSize > MaxCellSize) ThrowError("Internal Error:\n Fail to CreateCompatibleBitmap.");
     Grid.resize(static_cast<std::size_t>(CellSize) * CellSize);
-    Result.resize(Grid.size());
+    // Every value from Black up is ink (only Black occurs), which lets the
+    // glyph's crop test eight values at a time.
+    std::fill(std::begin(GridLevels) + Black, std::end(GridLevels), MaxLevel());
 }
 
 bool CRasterLetterer::MakeGlyph(CGlyph& glyph, char16_t code) {
@@ -54,18 +58,12 @@ bool CRasterLetterer::MakeGlyph(CGlyph& glyph, char16_t code) {
     // No row ended inside the bitmap: the cell spans its whole width.
     if (advance == 0) advance = n;
 
-    const uint8_t full = MaxLevel();
-    for (int y = 0; y < n; ++y)
-        for (int x = 0; x < advance; ++x)
-            Result[static_cast<std::size_t>(y) * advance + x] = Grid[static_cast<std::size_t>(y) * n + x] == Black ? full : 0;
-
     RenderedCell cell;
     cell.Width = advance;
     cell.Height = n;
     cell.OriginX = 0;
     cell.Advance = advance;
     cell.Baseline = FontAscent;
-    cell.MaxLevel = full;
-    BuildGlyph(glyph, Result.data(), cell);
+    BuildGlyph(glyph, Grid.data(), n, GridLevels, cell);
     return true;
 }

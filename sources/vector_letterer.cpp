@@ -6,7 +6,12 @@
 
 #include "sources/letterer.h"
 
-int HalveCellMetrics(RenderedCell& cell) {
+namespace {
+
+// The size and metrics of a cell halved in 2 x 2 blocks that keep the
+// baseline between blocks: an odd baseline starts the first block a row above
+// the image.
+void HalveCellMetrics(RenderedCell& cell) {
     const int s = cell.Baseline, H = cell.Height, W = cell.Width;
     const bool oddTop = (s % 2) != 0;
     const int rows = (oddTop && ((H - s) % 2) != 0) ? H + 1 : H;
@@ -15,38 +20,19 @@ int HalveCellMetrics(RenderedCell& cell) {
     cell.OriginX = cell.OriginX / 2;
     cell.Advance = (cell.Advance + 1) / 2;
     cell.Baseline = (s + 1) / 2;
-    return rows;
 }
 
-void HalveImage(uint8_t* image, RenderedCell& cell) {
-    const int s = cell.Baseline, H = cell.Height, W = cell.Width;
-    const bool oddTop = (s % 2) != 0;
-    HalveCellMetrics(cell);
-    const int nw = cell.Width, nh = cell.Height;
-    if (nw == 0 || nh == 0) return;
-    auto at = [&](int x, int y) -> int {
-        return (x < W && y >= 0 && y < H) ? image[static_cast<std::size_t>(y) * W + x] : 0;
-    };
-    // Reads never fall behind the write position, so the halving works in place.
-    for (int y = 0; y < nh; ++y) {
-        const int r0 = oddTop ? 2 * y - 1 : 2 * y;
-        for (int x = 0; x < nw; ++x) {
-            const int sum = at(2 * x, r0) + at(2 * x + 1, r0) + at(2 * x, r0 + 1) + at(2 * x + 1, r0 + 1);
-            image[static_cast<std::size_t>(y) * nw + x] = static_cast<uint8_t>((sum + 2) / 4);
-        }
-    }
-}
-
-void ScaleLevels(uint8_t* image, std::size_t count, int maxLevel) {
+// Maps the 17 levels 0..16 to 0..maxLevel, in place.
+void ScaleLevels(uint8_t* levels, std::size_t count, int maxLevel) {
     const int k = maxLevel ? 17 / (2 * maxLevel) : 0;
-    uint8_t table[256];
-    for (int v = 0; v < 256; ++v) table[v] = static_cast<uint8_t>(((v + k) * maxLevel) / 16);
-    for (std::size_t i = 0; i < count; ++i) image[i] = table[image[i]];
+    for (std::size_t i = 0; i < count; ++i) levels[i] = static_cast<uint8_t>(((levels[i] + k) * maxLevel) / 16);
 }
 
-void CVectorLetterer::Prepare(const FontRequest& request) {
+}  // namespace
+
+void CVectorLetterer::Prepare(const FontLocation& location, int32_t size) {
     // Soft anti-aliasing renders at double height and halves afterwards.
-    OpenFace(request, SoftAA ? request.Size * 2 : request.Size);
+    OpenFace(location, SoftAA ? size * 2 : size);
     // The 17 levels count covered sub-samples out of 16; FreeType's coverage
     // 0..255 is the covered area, so a level is coverage x 16 / 255 rounded
     // to the nearest (8 and up is level 1, 248 and up is 16).
@@ -127,7 +113,6 @@ bool CVectorLetterer::MakeGlyph(CGlyph& glyph, char16_t code) {
         cell.OriginX = px;
         cell.Advance = px;
     }
-    cell.MaxLevel = MaxLevel();
     if (SoftAA) {
         HalveToLevels(b, cell);
         BuildGlyph(glyph, Image.data(), cell);

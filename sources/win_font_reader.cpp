@@ -17,8 +17,7 @@ void CWinFontReader::CheckParameters() {
     if (WidthType < 0 || WidthType > 3) ThrowError("Internal Error:\n Invalid GlyphWidth Type(%d)", WidthType);
     if (WidthType == 3 && FixedWidth <= 0) ThrowError("Parameter Error:\n Invalid fixed width(%d)", FixedWidth);
     FontLocation location;
-    const FontRequest request = ParseFaceName(FaceName, Size);
-    if (!ResolveFontName(request.FaceName, location))
+    if (!ResolveFontName(ParseFaceName(FaceName).FaceName, location))
         ThrowError("Parameter Error:\n Font(%s) is not installed.", FaceName);
 }
 
@@ -27,11 +26,14 @@ void CWinFontReader::Read(CFontData& font, const CFontFilter& filter) {
     g_pPgCtrl->ResetProgress();
     g_pPgCtrl->SetProgressRange(0x10000);
 
-    const FontRequest request = ParseFaceName(FaceName, Size);
+    const FontRequest request = ParseFaceName(FaceName);
+    // Looked up once: with the size, a bitmap family's file nearest it.
+    FontLocation location;
+    if (!ResolveFontName(request.FaceName, location, Size))
+        ThrowError("Parameter Error:\n Font(%s) is not installed.", request.FaceName);
     // A face of bitmap strikes has no grey levels: it is read at 2 levels
     // whatever was asked, as the window's level list offers only that.
-    FontLocation location;
-    const int32_t bpp = ResolveFontName(request.FaceName, location, Size) && IsBitmapOnly(location) ? 1 : Bpp;
+    const int32_t bpp = IsBitmapOnly(location) ? 1 : Bpp;
     std::unique_ptr<CLetterer> letterer;
     if (bpp == 1) {
         letterer = std::make_unique<CRasterLetterer>();
@@ -42,7 +44,7 @@ void CWinFontReader::Read(CFontData& font, const CFontFilter& filter) {
     }
     font.IsVertical.Set(request.Vertical);
     letterer->Setup(bpp, WidthType, FixedWidth, request.Vertical);
-    letterer->Prepare(request);
+    letterer->Prepare(location, Size);
 
     // A glyph that MakeGlyph left untouched serves the next code.
     std::unique_ptr<CGlyph> glyph;

@@ -17,9 +17,7 @@ std::string Lower(std::string s) {
 
 CFaceList::CFaceList(const std::vector<FontFaceInfo>& faces) {
     for (const FontFaceInfo& face : faces) {
-        FaceEntry entry{face.Scalable, face.PixelSizes};
-        std::sort(entry.PixelSizes.begin(), entry.PixelSizes.end());
-        entry.PixelSizes.erase(std::unique(entry.PixelSizes.begin(), entry.PixelSizes.end()), entry.PixelSizes.end());
+        const FaceEntry entry{face.Scalable, face.PixelSizes};
         Faces.emplace(face.Family, entry);
         if (face.HasVerticalForms) Faces.emplace("@" + face.Family, entry);
     }

@@ -9,13 +9,6 @@
 #include "ui/path_combo.h"
 #include "ui/settings_store.h"
 
-namespace {
-
-// Glyph grids are read as BMP or PNG.
-const char* GridPictureFilter = "Bitmap Image (*.bmp);;PNG Image (*.png);;all files (*.*)";
-
-}  // namespace
-
 CInBmpDlg::CInBmpDlg(const CSettingsStore& settings, const GlyphOrderList& orders, QWidget* parent)
     : CInDlg(settings, parent),
       BitmapField(MakeChild<CPathCombo>(

@@ -17,9 +17,6 @@
 
 namespace {
 
-// Glyph grids are read and written as BMP or PNG.
-const char* GridPictureFilter = "Bitmap Image (*.bmp);;PNG Image (*.png);;all files (*.*)";
-
 const char* Section = "OutBmp";
 const std::array<const char*, 4> SizeLabels = {"&Width:", "&Height:", "&Left:", "&Top:"};
 const std::array<const char*, 4> SizeKeys = {"Width", "Height", "Left", "Top"};

@@ -37,6 +37,9 @@ struct PathFieldKind {
     bool OpenMode;             // open an existing file, or save one
 };
 
+// Glyph grids are read and written as BMP or PNG.
+inline constexpr char GridPictureFilter[] = "Bitmap Image (*.bmp);;PNG Image (*.png);;all files (*.*)";
+
 class CPathCombo : public QObject {
 public:
     CPathCombo(const CSettingsStore& settings, PathFieldKind kind, QWidget* parent);
