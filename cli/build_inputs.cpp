@@ -24,8 +24,8 @@ void AddOrder(std::vector<fs::path>& out, const fs::path& folder, const std::str
 }
 
 void AddFace(std::vector<fs::path>& out, const fs::path& folder, const CliSource& s) {
-    // A leading @ asks for the vertical forms of the same face.
-    std::string name = !s.FontFace.empty() && s.FontFace[0] == '@' ? s.FontFace.substr(1) : s.FontFace;
+    // A vertical face reads the same file.
+    const std::string name = ParseFaceName(s.FontFace).FaceName;
     if (name.find('/') != std::string::npos) {
         AddFile(out, folder, name);
         return;

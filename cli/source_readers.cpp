@@ -6,6 +6,7 @@
 #include "cli/factories.h"
 #include "core/general_exception.h"
 #include "core/merged_font_reader.h"
+#include "sources/font_face.h"
 #include "sources/font_style.h"
 
 namespace {
@@ -21,7 +22,7 @@ std::string SourceName(const CliSource& s) {
 
 // Vertical or horizontal, where the options already say so.
 std::optional<bool> KnownVertical(const CliSource& s) {
-    if (s.Input == InputKind::Font) return !s.FontFace.empty() && s.FontFace[0] == '@';
+    if (s.Input == InputKind::Font) return ParseFaceName(s.FontFace).Vertical;
     if (s.Input == InputKind::Lc) return s.LcVertical;
     return std::nullopt;
 }
@@ -29,8 +30,8 @@ std::optional<bool> KnownVertical(const CliSource& s) {
 // A face named by path must exist; a style names the family's file for it.
 CliSource ResolveFace(const CliSource& s) {
     if (s.Input != InputKind::Font) return s;
-    const bool vertical = !s.FontFace.empty() && s.FontFace[0] == '@';
-    const std::string face = vertical ? s.FontFace.substr(1) : s.FontFace;
+    const FontRequest request = ParseFaceName(s.FontFace);
+    const std::string& face = request.FaceName;
     std::error_code ec;
     if (face.find('/') != std::string::npos && !std::filesystem::exists(face, ec))
         ThrowError("Parameter Error:\n Font file(%s) does not exist.", face);
@@ -46,7 +47,7 @@ CliSource ResolveFace(const CliSource& s) {
         ThrowError("Parameter Error:\n Style %s of font(%s) is face %d of a font collection(%s); give the family alone.",
                    s.FontStyle, face, location.Index, location.File.string());
     CliSource resolved = s;
-    resolved.FontFace = (vertical ? "@" : "") + location.File.string();
+    resolved.FontFace = (request.Vertical ? "@" : "") + location.File.string();
     return resolved;
 }
 

@@ -10,6 +10,13 @@
 #include "core/general_exception.h"
 #include "sources/fontconfig_support.h"
 
+FontRequest ParseFaceName(const std::string& faceName) {
+    FontRequest r;
+    r.Vertical = !faceName.empty() && faceName[0] == '@';
+    r.FaceName = r.Vertical ? faceName.substr(1) : faceName;
+    return r;
+}
+
 namespace {
 
 // How far a strike is from a requested size: cell heights for size > 0, ems

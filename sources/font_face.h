@@ -11,6 +11,13 @@
 #include FT_FREETYPE_H
 #include FT_ADVANCES_H
 
+// A face name with its vertical mark split off.
+struct FontRequest {
+    std::string FaceName;  // family or file path, without the '@'
+    bool Vertical = false;
+};
+FontRequest ParseFaceName(const std::string& faceName);
+
 struct FontLocation {
     std::filesystem::path File;
     int Index = 0;

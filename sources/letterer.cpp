@@ -11,13 +11,6 @@
 #include "core/general_exception.h"
 #include "sources/vertical_forms.h"
 
-FontRequest ParseFaceName(const std::string& faceName) {
-    FontRequest r;
-    r.Vertical = !faceName.empty() && faceName[0] == '@';
-    r.FaceName = r.Vertical ? faceName.substr(1) : faceName;
-    return r;
-}
-
 CLetterer::CLetterer() = default;
 CLetterer::~CLetterer() = default;
 

@@ -25,13 +25,6 @@ struct RenderedCell {
     int32_t Baseline = 0;
 };
 
-// A face name with its vertical mark split off.
-struct FontRequest {
-    std::string FaceName;  // family or file path, without the '@'
-    bool Vertical = false;
-};
-FontRequest ParseFaceName(const std::string& faceName);
-
 class CLetterer {
 public:
     CLetterer();
