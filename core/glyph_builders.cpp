@@ -181,7 +181,7 @@ void RenderToCellStreamed(const CGlyph& glyph, uint8_t* dst, int cellWidth, int 
 }  // namespace
 
 void RenderToCell(const CGlyph& glyph, uint8_t* dst, int cellWidth, int cellHeight, int originRow,
-                  int originFromRight, int bpp, bool cleared) {
+                  int originFromRight, int bpp) {
     const int iw = glyph.Ink.Width(), ih = glyph.Ink.Height();
     const bool blank = glyph.Pixels.empty() || iw <= 0;
     const int above = originRow - glyph.Ascent;
@@ -194,7 +194,7 @@ void RenderToCell(const CGlyph& glyph, uint8_t* dst, int cellWidth, int cellHeig
         RenderToCellStreamed(glyph, dst, cellWidth, cellHeight, originRow, originFromRight, bpp);
         return;
     }
-    if (!cleared) std::fill_n(dst, PackedBytes(cellWidth, cellHeight, bpp), uint8_t{0});
+    std::fill_n(dst, PackedBytes(cellWidth, cellHeight, bpp), uint8_t{0});
     if (blank) return;
     const uint32_t mask = (1u << bpp) - 1;
     const uint8_t* src = glyph.Pixels.data();
