@@ -33,26 +33,6 @@ std::size_t DecodeUtf8(std::string_view text, std::size_t at, uint32_t& cp) {
     return len;
 }
 
-std::string EncodeUtf8(uint32_t cp) {
-    std::string out;
-    if (cp < 0x80) {
-        out += static_cast<char>(cp);
-    } else if (cp < 0x800) {
-        out += static_cast<char>(0xC0 | (cp >> 6));
-        out += static_cast<char>(0x80 | (cp & 0x3F));
-    } else if (cp < 0x10000) {
-        out += static_cast<char>(0xE0 | (cp >> 12));
-        out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
-        out += static_cast<char>(0x80 | (cp & 0x3F));
-    } else {
-        out += static_cast<char>(0xF0 | (cp >> 18));
-        out += static_cast<char>(0x80 | ((cp >> 12) & 0x3F));
-        out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
-        out += static_cast<char>(0x80 | (cp & 0x3F));
-    }
-    return out;
-}
-
 // Adds characters to a filter; a character the 16-bit codes cannot hold is
 // reported once however often it occurs.
 class CCharCollector {
@@ -66,7 +46,7 @@ public:
         } else if (Warned.insert(cp).second) {
             ReportWarning(g_pPgCtrl,
                           "A char ('%s': U+%04X) is above U+FFFF and is skipped; character codes are 16-bit.",
-                          EncodeUtf8(cp), static_cast<int>(cp));
+                          CodePointToUtf8(cp), static_cast<int>(cp));
         }
     }
 
