@@ -97,14 +97,8 @@ bool IsTextFile(const std::filesystem::path& path) {
 }  // namespace
 
 void LoadCharSelection(CFontFilter& filter, const CharSelection& selection) {
-    if (selection.UseFilterFile) {
-        if (selection.FilterFile.empty())
-            throw CGeneralException("Parameter Error:\n \"Use Filter\" checked, but filter file path not specified.");
-        CFontFilter loaded;
-        LoadFilterFile(loaded, selection.FilterFile);
-        for (const auto& [code, included] : loaded.Letters)
-            if (included) filter.Letters[code] = true;
-    }
+    // A filter file only adds characters, so it is read straight into the union.
+    if (selection.UseFilterFile) LoadFilterFile(filter, selection.FilterFile);
     CCharCollector chars(filter);
     for (const auto& text : selection.Texts) chars.AddText(text, "The characters text");
     for (const auto& path : selection.TextFiles) LoadTextFile(chars, path);
@@ -114,6 +108,8 @@ void LoadCharSelection(CFontFilter& filter, const CharSelection& selection) {
 }
 
 void LoadFilterFile(CFontFilter& filter, const std::filesystem::path& path) {
+    if (path.empty())
+        throw CGeneralException("Parameter Error:\n \"Use Filter\" checked, but filter file path not specified.");
     if (!IsTextFile(path)) {
         filter.Load(path);
         return;
