@@ -33,26 +33,6 @@ std::size_t DecodeUtf8(std::string_view text, std::size_t at, uint32_t& cp) {
     return len;
 }
 
-std::string EncodeUtf8(uint32_t cp) {
-    std::string out;
-    if (cp < 0x80) {
-        out += static_cast<char>(cp);
-    } else if (cp < 0x800) {
-        out += static_cast<char>(0xC0 | (cp >> 6));
-        out += static_cast<char>(0x80 | (cp & 0x3F));
-    } else if (cp < 0x10000) {
-        out += static_cast<char>(0xE0 | (cp >> 12));
-        out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
-        out += static_cast<char>(0x80 | (cp & 0x3F));
-    } else {
-        out += static_cast<char>(0xF0 | (cp >> 18));
-        out += static_cast<char>(0x80 | ((cp >> 12) & 0x3F));
-        out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
-        out += static_cast<char>(0x80 | (cp & 0x3F));
-    }
-    return out;
-}
-
 // Adds characters to a filter; a character the 16-bit codes cannot hold is
 // reported once however often it occurs.
 class CCharCollector {
@@ -66,7 +46,7 @@ public:
         } else if (Warned.insert(cp).second) {
             ReportWarning(g_pPgCtrl,
                           "A char ('%s': U+%04X) is above U+FFFF and is skipped; character codes are 16-bit.",
-                          EncodeUtf8(cp), static_cast<int>(cp));
+                          CodePointToUtf8(cp), static_cast<int>(cp));
         }
     }
 
@@ -117,14 +97,8 @@ bool IsTextFile(const std::filesystem::path& path) {
 }  // namespace
 
 void LoadCharSelection(CFontFilter& filter, const CharSelection& selection) {
-    if (selection.UseFilterFile) {
-        if (selection.FilterFile.empty())
-            throw CGeneralException("Parameter Error:\n \"Use Filter\" checked, but filter file path not specified.");
-        CFontFilter loaded;
-        LoadFilterFile(loaded, selection.FilterFile);
-        for (const auto& [code, included] : loaded.Letters)
-            if (included) filter.Letters[code] = true;
-    }
+    // A filter file only adds characters, so it is read straight into the union.
+    if (selection.UseFilterFile) LoadFilterFile(filter, selection.FilterFile);
     CCharCollector chars(filter);
     for (const auto& text : selection.Texts) chars.AddText(text, "The characters text");
     for (const auto& path : selection.TextFiles) LoadTextFile(chars, path);
@@ -134,6 +108,8 @@ void LoadCharSelection(CFontFilter& filter, const CharSelection& selection) {
 }
 
 void LoadFilterFile(CFontFilter& filter, const std::filesystem::path& path) {
+    if (path.empty())
+        throw CGeneralException("Parameter Error:\n \"Use Filter\" checked, but filter file path not specified.");
     if (!IsTextFile(path)) {
         filter.Load(path);
         return;

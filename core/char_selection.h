@@ -25,5 +25,6 @@ struct CharSelection {
 void LoadCharSelection(CFontFilter& filter, const CharSelection& selection);
 
 // A filter file as the window's filter field names it: a .txt file holds the
-// characters as text, anything else is an .xllt filter file.
+// characters as text, anything else is an .xllt filter file. An empty path is
+// the "Use Filter" box checked without a file.
 void LoadFilterFile(CFontFilter& filter, const std::filesystem::path& path);

@@ -33,12 +33,7 @@ void ShowError(CConversionFrontEnd& ui, CPgCtrl& pg, const std::string& text) {
 
 }  // namespace
 
-void CConversionFrontEnd::LoadFilter(CFontFilter& filter) {
-    std::string path = CommitFilterPath();
-    if (path.empty())
-        throw CGeneralException("Parameter Error:\n \"Use Filter\" checked, but filter file path not specified.");
-    LoadFilterFile(filter, path);
-}
+void CConversionFrontEnd::LoadFilter(CFontFilter& filter) { LoadFilterFile(filter, CommitFilterPath()); }
 
 ConversionOutcome RunConversion(CConversionFrontEnd& ui, CPgCtrl& pg) {
     CPgCtrlScope scope(&pg);

@@ -65,9 +65,9 @@ private:
 
 // Writes a cellWidth x cellHeight packed image at bpp bits with the glyph's
 // ink placed so that its origin is at row originRow and at column
-// cellWidth - originFromRight. cleared: the caller has zeroed the cell.
+// cellWidth - originFromRight.
 void RenderToCell(const CGlyph& glyph, uint8_t* dst, int cellWidth, int cellHeight, int originRow,
-                  int originFromRight, int bpp, bool cleared = false);
+                  int originFromRight, int bpp);
 
 class CFontData {
 public:

@@ -5,18 +5,22 @@
 
 #include "core/pg_ctrl.h"
 
-std::string CodeUnitToUtf8(char16_t c) {
+std::string CodePointToUtf8(char32_t cp) {
     std::string out;
-    uint32_t v = c;
-    if (v < 0x80) {
-        out += static_cast<char>(v);
-    } else if (v < 0x800) {
-        out += static_cast<char>(0xC0 | (v >> 6));
-        out += static_cast<char>(0x80 | (v & 0x3F));
+    if (cp < 0x80) {
+        out += static_cast<char>(cp);
+    } else if (cp < 0x800) {
+        out += static_cast<char>(0xC0 | (cp >> 6));
+        out += static_cast<char>(0x80 | (cp & 0x3F));
+    } else if (cp < 0x10000) {
+        out += static_cast<char>(0xE0 | (cp >> 12));
+        out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
+        out += static_cast<char>(0x80 | (cp & 0x3F));
     } else {
-        out += static_cast<char>(0xE0 | (v >> 12));
-        out += static_cast<char>(0x80 | ((v >> 6) & 0x3F));
-        out += static_cast<char>(0x80 | (v & 0x3F));
+        out += static_cast<char>(0xF0 | (cp >> 18));
+        out += static_cast<char>(0x80 | ((cp >> 12) & 0x3F));
+        out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
+        out += static_cast<char>(0x80 | (cp & 0x3F));
     }
     return out;
 }
@@ -63,14 +67,10 @@ std::string Utf16ToUtf8(std::u16string_view text) {
     for (std::size_t i = 0; i < text.size(); ++i) {
         char16_t c = text[i];
         if (c >= 0xD800 && c < 0xDC00 && i + 1 < text.size() && text[i + 1] >= 0xDC00 && text[i + 1] < 0xE000) {
-            uint32_t cp = 0x10000 + ((c - 0xD800) << 10) + (text[i + 1] - 0xDC00);
-            out += static_cast<char>(0xF0 | (cp >> 18));
-            out += static_cast<char>(0x80 | ((cp >> 12) & 0x3F));
-            out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
-            out += static_cast<char>(0x80 | (cp & 0x3F));
+            out += CodePointToUtf8(0x10000 + ((c - 0xD800) << 10) + (text[i + 1] - 0xDC00));
             ++i;
         } else {
-            out += CodeUnitToUtf8(c);
+            out += CodePointToUtf8(c);
         }
     }
     return out;
@@ -134,7 +134,7 @@ std::string FormatStringList(std::string_view format, std::initializer_list<CFor
             else out += std::to_string(arg->Number);
             break;
         case 'c':
-            if (arg && !arg->IsText) out += CodeUnitToUtf8(static_cast<char16_t>(arg->Number & 0xFFFF));
+            if (arg && !arg->IsText) out += CodePointToUtf8(static_cast<char16_t>(arg->Number & 0xFFFF));
             else if (arg) out.append(arg->Text);
             break;
         case 'd': case 'i': case 'u': case 'x': case 'X': case 'o': {

@@ -140,40 +140,48 @@ void CGlyph::SetFromCellTrimmed(const uint8_t* cell, int cellWidth, int cellHeig
 namespace {
 
 // The cell as one packed stream, pixel by pixel; also right for layouts the
-// fast path below leaves alone (ink overhanging the cell, over 8 bits).
+// fast path below leaves alone (ink overhanging the cell, over 8 bits). Ink
+// that overhangs makes the stream longer than the cell: it is cut at the
+// cell's last pixel, so nothing past the cell is written.
 void RenderToCellStreamed(const CGlyph& glyph, uint8_t* dst, int cellWidth, int cellHeight, int originRow,
                           int originFromRight, int bpp) {
     CBitWriter w;
     w.Start(dst);
+    int room = cellWidth > 0 && cellHeight > 0 ? cellWidth * cellHeight : 0;
+    auto blank = [&](int count) {
+        count = std::clamp(count, 0, room);
+        w.WriteRepeated(bpp, count, 0);
+        room -= count;
+    };
     int iw = glyph.Ink.Width(), ih = glyph.Ink.Height();
     if (glyph.Pixels.empty() || iw <= 0) {
-        w.WriteRepeated(bpp, cellWidth * cellHeight, 0);
+        blank(room);
         w.Flush();
         return;
     }
     int above = originRow - glyph.Ascent;
-    w.WriteRepeated(bpp, above * cellWidth, 0);
+    blank(above * cellWidth);
     int before = cellWidth - originFromRight + glyph.RightExtent - iw;
     int after = originFromRight - glyph.RightExtent;
     uint32_t mask = bpp >= 32 ? 0xFFFFFFFFu : ((1u << bpp) - 1);
     CBitReader r;
     r.Start(glyph.Pixels.data());
-    for (int y = 0; y < ih; ++y) {
-        w.WriteRepeated(bpp, before, 0);
-        for (int x = 0; x < iw; ++x) {
+    for (int y = 0; y < ih && room > 0; ++y) {
+        blank(before);
+        for (int x = 0; x < iw && room > 0; ++x, --room) {
             w.WriteValue(bpp, r.ReadValue(glyph.Bpp) & mask);
             w.MarkPending();
         }
-        w.WriteRepeated(bpp, after, 0);
+        blank(after);
     }
-    w.WriteRepeated(bpp, (cellHeight - above - ih) * cellWidth, 0);
+    blank((cellHeight - above - ih) * cellWidth);
     w.Flush();
 }
 
 }  // namespace
 
 void RenderToCell(const CGlyph& glyph, uint8_t* dst, int cellWidth, int cellHeight, int originRow,
-                  int originFromRight, int bpp, bool cleared) {
+                  int originFromRight, int bpp) {
     const int iw = glyph.Ink.Width(), ih = glyph.Ink.Height();
     const bool blank = glyph.Pixels.empty() || iw <= 0;
     const int above = originRow - glyph.Ascent;
@@ -186,7 +194,7 @@ void RenderToCell(const CGlyph& glyph, uint8_t* dst, int cellWidth, int cellHeig
         RenderToCellStreamed(glyph, dst, cellWidth, cellHeight, originRow, originFromRight, bpp);
         return;
     }
-    if (!cleared) std::fill_n(dst, PackedBytes(cellWidth, cellHeight, bpp), uint8_t{0});
+    std::fill_n(dst, PackedBytes(cellWidth, cellHeight, bpp), uint8_t{0});
     if (blank) return;
     const uint32_t mask = (1u << bpp) - 1;
     const uint8_t* src = glyph.Pixels.data();

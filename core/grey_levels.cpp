@@ -1,26 +1,11 @@
 #include "core/grey_levels.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <vector>
 
+#include "core/bit_stream.h"
 #include "core/font_data.h"
-
-namespace {
-
-uint32_t ReadPixel(const std::vector<uint8_t>& bytes, std::size_t index, int bpp) {
-    uint32_t v = 0;
-    std::size_t bit = index * static_cast<std::size_t>(bpp);
-    for (int k = 0; k < bpp; ++k, ++bit) v = (v << 1) | ((bytes[bit / 8] >> (7 - bit % 8)) & 1u);
-    return v;
-}
-
-void WritePixel(std::vector<uint8_t>& bytes, std::size_t index, int bpp, uint32_t v) {
-    std::size_t bit = index * static_cast<std::size_t>(bpp);
-    for (int k = bpp - 1; k >= 0; --k, ++bit)
-        if ((v >> k) & 1u) bytes[bit / 8] = static_cast<uint8_t>(bytes[bit / 8] | (0x80u >> (bit % 8)));
-}
-
-}  // namespace
 
 void RescaleGlyphLevels(CGlyph& glyph, int fromBpp, int toBpp) {
     const int stored = glyph.Bpp;
@@ -34,9 +19,8 @@ void RescaleGlyphLevels(CGlyph& glyph, int fromBpp, int toBpp) {
     glyph.Bpp = stored >= toBpp ? stored : toBpp;
     std::vector<uint8_t> out(glyph.PixelBytes(), 0);
     for (std::size_t i = 0; i < count; ++i) {
-        uint32_t v = ReadPixel(glyph.Pixels, i, stored);
-        if (v > fromMax) v = fromMax;
-        WritePixel(out, i, glyph.Bpp, (v * toMax + fromMax / 2) / fromMax);
+        uint32_t v = std::min(PeekBits(glyph.Pixels.data(), i * stored, stored), fromMax);
+        OrBits(out.data(), i * glyph.Bpp, glyph.Bpp, (v * toMax + fromMax / 2) / fromMax);
     }
     glyph.Pixels = std::move(out);
 }

@@ -11,19 +11,8 @@
 #include "zgly/save_target.h"
 
 CBinaryFile::~CBinaryFile() {
-    if (Fd >= 0) {
-        if (OpenMode == Mode::Write)
-            Discard();
-        else
-            ::close(Fd);
-        Fd = -1;
-    }
-}
-
-void CBinaryFile::Discard() noexcept {
-    // The save owns the descriptor.
-    Save.reset();
-    Fd = -1;
+    // A save not closed is dropped with Save, which owns its descriptor.
+    if (Fd >= 0 && OpenMode == Mode::Read) ::close(Fd);
 }
 
 void CBinaryFile::Open(Mode mode) {

@@ -38,8 +38,6 @@ public:
     const std::filesystem::path& Path() const { return FilePath; }
 
 private:
-    void Discard() noexcept;
-
     std::filesystem::path FilePath;
     std::unique_ptr<CSaveTarget> Save;
     int Fd = -1;

@@ -55,32 +55,19 @@ void CFontBlockFile::Load(CFontBlockSet& set) {
     set.Validate();
 }
 
-void CFontBlockFile::WriteBlock(const CFontBlock& block) {
-    uint32_t padded = PaddedBlockSize(block.Length());
+void CFontBlockFile::WriteBlock(uint32_t tag, uint32_t length, const std::function<void(CBinaryFile&)>& content) {
+    const uint32_t padded = PaddedBlockSize(length);
     uint8_t head[BlockHeaderSize];
-    PutU32(head, block.Tag);
-    PutU32(head + 4, padded);
-    Write(head, BlockHeaderSize);
-    Write(block.Data(), block.Length());
-    static const uint8_t zeros[4] = {};
-    Write(zeros, padded - BlockHeaderSize - block.Length());
-    WriteOffset += padded;
-    ++WrittenBlocks;
-}
-
-void CFontBlockFile::WriteStreamedBlock(const StreamedBlock& block) {
-    const uint32_t padded = PaddedBlockSize(block.Length);
-    uint8_t head[BlockHeaderSize];
-    PutU32(head, block.Tag);
+    PutU32(head, tag);
     PutU32(head + 4, padded);
     Write(head, BlockHeaderSize);
     const uint32_t start = Tell();
-    block.WriteContent(*this);
-    if (Tell() - start != block.Length)
-        ThrowError("Internal Error:\n Block content of %d bytes written as %d.", static_cast<long long>(block.Length),
+    content(*this);
+    if (Tell() - start != length)
+        ThrowError("Internal Error:\n Block content of %d bytes written as %d.", static_cast<long long>(length),
                    static_cast<long long>(Tell() - start));
     static const uint8_t zeros[4] = {};
-    Write(zeros, padded - BlockHeaderSize - block.Length);
+    Write(zeros, padded - BlockHeaderSize - length);
     WriteOffset += padded;
     ++WrittenBlocks;
 }
@@ -89,25 +76,25 @@ void CFontBlockFile::Save(const CFontBlockSet& set) { Save(set, StreamedBlock{})
 
 void CFontBlockFile::Save(const CFontBlockSet& set, const StreamedBlock& streamed) {
     Open(Mode::Write);
-    Writing = true;
     WriteOffset = HeaderSize;
     WrittenBlocks = 0;
     Seek(HeaderSize);
     for (uint32_t tag : {TagFINF, TagCGLP, TagCWDH, TagCMAP}) {
-        for (uint32_t i = 0; const CFontBlock* b = set.GetBlock(tag, i); ++i) WriteBlock(*b);
-        if (streamed.WriteContent && streamed.Tag == tag) WriteStreamedBlock(streamed);
+        for (uint32_t i = 0; const CFontBlock* b = set.GetBlock(tag, i); ++i)
+            WriteBlock(tag, b->Length(), [b](CBinaryFile& file) { file.Write(b->Data(), b->Length()); });
+        if (streamed.WriteContent && streamed.Tag == tag) WriteBlock(tag, streamed.Length, streamed.WriteContent);
     }
 
-    PutU32(HeaderBuffer, Magic);
-    PutU16(HeaderBuffer + 4, ByteOrderMark);
-    PutU16(HeaderBuffer + 6, Version);
-    PutU32(HeaderBuffer + 8, WriteOffset);
-    PutU16(HeaderBuffer + 12, HeaderSize);
-    PutU16(HeaderBuffer + 14, WrittenBlocks);
+    uint8_t header[HeaderSize];
+    PutU32(header, Magic);
+    PutU16(header + 4, ByteOrderMark);
+    PutU16(header + 6, Version);
+    PutU32(header + 8, WriteOffset);
+    PutU16(header + 12, HeaderSize);
+    PutU16(header + 14, WrittenBlocks);
     Seek(0);
-    Write(HeaderBuffer, sizeof HeaderBuffer);
+    Write(header, HeaderSize);
     Close();
-    Writing = false;
 }
 
 void CheckNativeFontFile(const std::filesystem::path& path) {

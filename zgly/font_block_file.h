@@ -31,13 +31,12 @@ public:
     void Save(const CFontBlockSet& set, const StreamedBlock& streamed);
 
 private:
-    void WriteBlock(const CFontBlock& block);
-    void WriteStreamedBlock(const StreamedBlock& block);
+    // One block: its header, content must write exactly length bytes, then
+    // the padding.
+    void WriteBlock(uint32_t tag, uint32_t length, const std::function<void(CBinaryFile&)>& content);
 
-    uint8_t HeaderBuffer[16] = {};
     uint32_t WriteOffset = 0;
     uint16_t WrittenBlocks = 0;
-    bool Writing = false;
 };
 
 // Checks the header fields in their fixed order; throws the first failure.

@@ -109,8 +109,8 @@ bool IsTemporaryName(const std::string& name, const std::string& prefix) {
     return true;
 }
 
-}  // namespace
-
+// Removes the temporary files of earlier saves to the path (".NAME.XXXXXX")
+// that are older than a minute: what a killed process left behind.
 void RemoveStaleTemporaryFiles(const fs::path& target) {
     fs::path dir = target.parent_path();
     if (dir.empty()) dir = ".";
@@ -125,6 +125,8 @@ void RemoveStaleTemporaryFiles(const fs::path& target) {
         if (!e && now - written > StaleAge) fs::remove(entry.path(), e);
     }
 }
+
+}  // namespace
 
 CSaveTarget::~CSaveTarget() { Discard(); }
 

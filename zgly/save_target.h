@@ -27,13 +27,10 @@ public:
     // Puts the new content in place and closes the descriptor; false when
     // that failed, the target then being as it was.
     bool Commit();
-    // Drops the new content.
-    void Discard() noexcept;
-
-    // Whether this save writes into the target rather than replacing it.
-    bool InPlace() const { return WriteInPlace; }
 
 private:
+    // Drops the new content.
+    void Discard() noexcept;
     bool CommitReplace();
     bool CommitInPlace();
 
@@ -47,7 +44,3 @@ private:
 
 // Saves a whole text at once; false when that failed (the file then is as it was).
 bool SaveWholeFile(const std::filesystem::path& path, std::string_view content);
-
-// Removes the temporary files of earlier saves to the path (".NAME.XXXXXX")
-// that are older than a minute: what a killed process left behind.
-void RemoveStaleTemporaryFiles(const std::filesystem::path& target);

@@ -200,10 +200,9 @@ void CZarnicFontWriter::WriteGlyphCells(const CFontData& font, const OutputGlyph
         Step(1);
         const CGlyph& glyph = *out.Glyph;
         uint8_t* cell = batch.data() + held * cellSize;
-        std::fill_n(cell, cellSize, uint8_t{0});
         const int inkW = glyph.Ink.Width(), inkH = glyph.Ink.Height();
         if (!vertical) {
-            RenderToCell(glyph, cell, w, h, baseline, w, bpp, true);
+            RenderToCell(glyph, cell, w, h, baseline, w, bpp);
             if (Rotation == 1) {
                 RotateClockwise(cell, cell, w, h, bpp);
             } else if (Rotation == 2) {
@@ -215,7 +214,7 @@ void CZarnicFontWriter::WriteGlyphCells(const CFontData& font, const OutputGlyph
                 RotateCounterClockwise(cell, cell, w, h, bpp);
             }
         } else {
-            RenderToCell(glyph, cell, w, h, glyph.Ascent, baseline, bpp, true);
+            RenderToCell(glyph, cell, w, h, glyph.Ascent, baseline, bpp);
             if (Rotation == 1) {
                 std::fill(scratch.begin(), scratch.end(), 0);
                 CopyRect(scratch.data(), cell, w, w, 0, 0, w, inkH, 0, h - inkH, bpp);
