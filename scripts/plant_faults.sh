@@ -37,8 +37,8 @@ history-beyond-ten | ui/path_history.cpp | s/std::min<std::size_t>\(Items\.size\
 shift-jis-name | core/codepage.cpp | s/return "Shift_JIS";/return "Shift-JIS";/
 grid-palette-grey | bmpfont/bmp_font_layout.cpp | s/\(n - 1 - i\) \* 255 \/ \(n - 1\)/(n - i) * 255 \/ n/
 x-bmp-pixel-offset | bmpfont/bmp_file.cpp | s/Put32\(fileHeader \+ 10, BmpFileHeaderBytes \+ BmpInfoHeaderBytes \+ paletteBytes\)/Put32(fileHeader + 10, BmpFileHeaderBytes + BmpInfoHeaderBytes + paletteBytes - 4)/
-x-zgly-file-size-field | zgly/font_block_file.cpp | s/PutU32\(HeaderBuffer \+ 8, WriteOffset\)/PutU32(HeaderBuffer + 8, WriteOffset - 4)/
-x-zgly-version-written | zgly/font_block_file.cpp | s/PutU16\(HeaderBuffer \+ 6, Version\)/PutU16(HeaderBuffer + 6, 0x0100)/
+x-zgly-file-size-field | zgly/font_block_file.cpp | s/PutU32\(header \+ 8, WriteOffset\)/PutU32(header + 8, WriteOffset - 4)/
+x-zgly-version-written | zgly/font_block_file.cpp | s/PutU16\(header \+ 6, Version\)/PutU16(header + 6, 0x0100)/
 x-cmap-next-offset | zgly/zarnic_font_writer.cpp | s/i \+ 1 < cmap\.size\(\) \? cmap\[i \+ 1\] : 0/i + 1 < cmap.size() ? cmap[i] : 0/
 x-msg-font-size | sources/win_font_reader.cpp | s/Invalid Font Size\(%d\)/Invalid font size(%d)/
 x-msg-lc-path | sources/lc_font_reader.cpp | s/LC Font file path required/LC font file path required/
