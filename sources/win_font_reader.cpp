@@ -7,6 +7,7 @@
 #include "core/font_filter.h"
 #include "core/general_exception.h"
 #include "core/pg_ctrl.h"
+#include "platform/paths.h"
 #include "sources/font_catalog.h"
 #include "sources/font_face.h"
 #include "sources/letterer.h"
@@ -14,7 +15,9 @@
 namespace {
 
 [[noreturn]] void ThrowFaceNotFound(const std::string& name) {
-    if (!FontCatalogAvailable())
+    // A file that is no font gets the message every build gives; only a name
+    // needs the catalog this build lacks.
+    if (!FontCatalogAvailable() && !PathExists(name))
         ThrowError("Parameter Error:\n Font(%s) is not a font file; this build finds no installed fonts by name, "
                    "give the path of a font file.",
                    name);
