@@ -108,7 +108,7 @@ def main():
             return d.execute_script(
                 "const c = document.getElementById('preview'); if (c.width < 20) return 0;"
                 "const p = c.getContext('2d').getImageData(0, 0, c.width, c.height).data; let n = 0;"
-                "for (let i = 0; i < p.length; i += 4) if (p[i] < 128) n++; return n;")
+                "for (let i = 0; i < p.length; i += 4) if (p[i + 3] > 0 && p[i] < 128) n++; return n;")
         try:
             wait_for(driver, lambda d: inked(d) > 50, 30)
         except Exception:
