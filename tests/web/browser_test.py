@@ -5,7 +5,8 @@
 
 A font converted on the page downloads the same bytes the native command line
 writes; a broken font file shows the "Parameter Error" text; Cancel during a
-large conversion leaves no download; the live preview canvas has ink.
+large conversion (after its status text and
+progress have shown) leaves no download; the live preview canvas has ink.
 """
 import os
 import shutil
@@ -136,7 +137,12 @@ def main():
         time.sleep(0.5)
         before = set(os.listdir(downloads))
         convert(driver)
-        time.sleep(0.3)
+        # The reader's phase text and the bar arrive from the running worker.
+        try:
+            wait_for(driver, lambda d: status(d) == " Making Font Data..." and
+                     d.execute_script("return document.getElementById('progress').value") > 0, 30)
+        except Exception:
+            failures.append(f"no progress was shown during the run (status {status(driver)!r})")
         convert(driver)  # the same button, now Cancel
         wait_for(driver, lambda d: status(d) in (" Canceled", " Finish", " Convert Error"))
         if status(driver) != " Canceled":

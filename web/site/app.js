@@ -116,6 +116,13 @@ const pending = new Map();
 function startWorker() {
   worker = new Worker("worker.js");
   worker.onmessage = (ev) => {
+    if (ev.data.progress !== undefined) {
+      if (pending.has(ev.data.id) && converting) {
+        $("progress").value = ev.data.progress;
+        if (ev.data.status) setStatus(ev.data.status);
+      }
+      return;
+    }
     const done = pending.get(ev.data.id);
     pending.delete(ev.data.id);
     if (done) done(ev.data);
@@ -227,8 +234,7 @@ function lock(on) {
   $("convert").textContent = on ? "Cancel" : "Convert";
   for (const e of document.querySelectorAll("main form fieldset, .area:not(.run) input, .area:not(.run) select, [role=tab]"))
     if (!e.closest(".preview")) e.inert = on;
-  $("progress").removeAttribute("value");
-  if (!on) $("progress").value = 0;
+  $("progress").value = 0;
 }
 function download(name, bytes) {
   const url = URL.createObjectURL(new Blob([bytes], { type: "application/octet-stream" }));
@@ -294,7 +300,7 @@ async function drawPreview() {
     previewWorker = new Worker("worker.js");
   }
   const call = (a, f, want) => new Promise((resolve) => {
-    previewWorker.onmessage = (ev) => resolve(ev.data);
+    previewWorker.onmessage = (ev) => { if (ev.data.progress === undefined) resolve(ev.data); };
     previewWorker.postMessage({ id: 0, args: a, files: f, want });
   });
   const made = await call(args, files, ["preview.zgly"]);

@@ -9,6 +9,27 @@ async function compiledModule() {
   return compiled;
 }
 
+// The command line's standard error, byte by byte: its progress line
+// ("\r\x1b[K[###...]  42% Status") becomes progress messages, every other
+// line is kept as the run's messages.
+function errorReader(id, lines) {
+  const decoder = new TextDecoder();
+  let bytes = [];
+  const segment = () => {
+    const text = decoder.decode(new Uint8Array(bytes)).replace(/^\x1b\[K/, "");
+    bytes = [];
+    return text;
+  };
+  return (ch) => {
+    if (ch === null || ch === undefined) return;
+    if (ch !== 10 && ch !== 13) { bytes.push(ch); return; }
+    const text = segment();
+    const bar = /^\[[#.]*\]\s*(\d+)%(.*)$/.exec(text);
+    if (bar) postMessage({ id, progress: Number(bar[1]), status: bar[2] });
+    else if (ch === 10) lines.push(text);
+  };
+}
+
 // args: the command line after the program name; files: name -> bytes put in
 // the working folder; want: the output file names to hand back.
 async function run({ id, args, files, want }) {
@@ -16,12 +37,13 @@ async function run({ id, args, files, want }) {
   const out = [], err = [];
   const program = await createGlyphwright({
     noInitialRun: true,
+    terminalColumns: 80,
     instantiateWasm(imports, done) {
       WebAssembly.instantiate(module, imports).then((instance) => done(instance));
       return {};
     },
     print: (line) => out.push(line),
-    printErr: (line) => err.push(line),
+    stderr: errorReader(id, err),
   });
   program.FS.mkdir("/work");
   program.FS.chdir("/work");
