@@ -50,6 +50,7 @@ const std::vector<ConvertOption> Table = {
     {"--filter", V::Text, G::Run, I::None, O::None, true},
     {"--chars", V::Texts, G::Run},
     {"--chars-file", V::Texts, G::Run, I::None, O::None, true},
+    {"--chars-encoding", V::Text, G::Run},
     {"--range", V::Codes, G::Run},
     {"--quiet", V::Flag, G::Run},
 };
@@ -173,6 +174,7 @@ void ApplyOutputOption(CliOptions& o, const std::string& name, const std::string
     } else if (name == "--filter") { o.FilterPath = value; o.FilterGiven = true; }
     else if (name == "--chars") o.Chars.push_back(value);
     else if (name == "--chars-file") o.CharsFiles.push_back(value);
+    else if (name == "--chars-encoding") o.CharsEncoding = ParseChoice(name, value, EncodingChoices);
     else if (name == "--range") o.Ranges.push_back(ParseCodeRange(value));
     else if (name == "--quiet") o.Quiet = true;
 }

@@ -69,6 +69,7 @@ struct CliOptions {
     std::vector<std::string> Chars;       // --chars, each as typed
     std::vector<std::string> CharsFiles;  // --chars-file
     std::vector<CliCodeRange> Ranges;     // --range
+    int CharsEncoding = -1;               // --chars-encoding: how text files without a BOM are read
     bool Quiet = false;
 
     // Any of --filter, --chars, --chars-file, --range.

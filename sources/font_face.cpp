@@ -138,7 +138,7 @@ CFontFace::CFontFace(const FontLocation& location, int32_t size) : Library(MakeF
     if (FT_New_Face(Library.get(), location.File.c_str(), location.Index, &face) != 0)
         ThrowError("Internal Error:\n Fail to create font.");
     FacePtr.reset(face);
-    FT_Select_Charmap(face, FT_ENCODING_UNICODE);
+    if (FT_Select_Charmap(face, FT_ENCODING_UNICODE) != 0) Charset = CCharsetMap::ForFace(face, location.File.string());
     if (Scalable())
         SizeOutline(size);
     else

@@ -11,6 +11,8 @@
 #include FT_FREETYPE_H
 #include FT_ADVANCES_H
 
+#include "sources/bitmap_charset.h"
+
 // A face name with its vertical mark split off.
 struct FontRequest {
     std::string FaceName;  // family or file path, without the '@'
@@ -49,6 +51,13 @@ public:
     CFontFace(const FontLocation& location, int32_t size);
 
     FT_Face Face() const { return FacePtr.get(); }
+    // The face's glyph for a Unicode code, 0 when it has none; bitmap faces
+    // numbered in another character set are looked up through its table.
+    FT_UInt GlyphIndex(char16_t code) const {
+        if (!Charset) return FT_Get_Char_Index(FacePtr.get(), code);
+        const uint32_t charCode = Charset->CharCode(code);
+        return charCode ? FT_Get_Char_Index(FacePtr.get(), charCode) : 0;
+    }
     bool Scalable() const { return FT_IS_SCALABLE(FacePtr.get()); }
 
     // tmAscent, tmDescent, tmHeight, tmMaxCharWidth equivalents in pixels.
@@ -65,4 +74,5 @@ private:
 
     FtLibraryPtr Library;
     FtFacePtr FacePtr;
+    std::unique_ptr<CCharsetMap> Charset;
 };

@@ -8,6 +8,7 @@
 #include "core/general_exception.h"
 #include "core/pg_ctrl.h"
 #include "sources/font_face.h"
+#include "sources/font_source_checks.h"
 #include "sources/letterer.h"
 
 void CWinFontReader::CheckParameters() {
@@ -16,9 +17,15 @@ void CWinFontReader::CheckParameters() {
     if (Bpp < 1 || Bpp > 5) ThrowError("Internal Error:\n Bpp(%d) out of range.", Bpp);
     if (WidthType < 0 || WidthType > 3) ThrowError("Internal Error:\n Invalid GlyphWidth Type(%d)", WidthType);
     if (WidthType == 3 && FixedWidth <= 0) ThrowError("Parameter Error:\n Invalid fixed width(%d)", FixedWidth);
+    const std::string name = ParseFaceName(FaceName).FaceName;
     FontLocation location;
-    if (!ResolveFontName(ParseFaceName(FaceName).FaceName, location))
+    if (!ResolveFontName(name, location, Size)) {
+        CheckReadableFontFile(name);
         ThrowError("Parameter Error:\n Font(%s) is not installed.", FaceName);
+    }
+    CheckCharset(name, location);
+    CheckStrikeSize(name, location, Size);
+    CheckSizeFits(location, Size);
 }
 
 void CWinFontReader::Read(CFontData& font, const CFontFilter& filter) {
@@ -34,6 +41,10 @@ void CWinFontReader::Read(CFontData& font, const CFontFilter& filter) {
     // A face of bitmap strikes has no grey levels: it is read at 2 levels
     // whatever was asked, as the window's level list offers only that.
     const int32_t bpp = IsBitmapOnly(location) ? 1 : Bpp;
+    if (bpp != Bpp)
+        ReportWarning(g_pPgCtrl, "Font(%s) has bitmap strikes only: it is read at 1 bit per pixel (2 levels), "
+                                 "not %d levels.",
+                      request.FaceName, 1 << Bpp);
     std::unique_ptr<CLetterer> letterer;
     if (bpp == 1) {
         letterer = std::make_unique<CRasterLetterer>();
