@@ -1,6 +1,7 @@
 #include "cli/convert_options.h"
 
 #include <cerrno>
+#include <cmath>
 #include <cstdint>
 #include <cstdlib>
 #include <optional>
@@ -22,6 +23,7 @@ const std::vector<ConvertOption> Table = {
     {"--from-lc", V::Text, G::Input, I::Lc, O::None, true},
     {"--lc-half", V::Text, G::LcHalf, I::Lc, O::None, true},
     {"--style", V::Text, G::Source, I::Font},
+    {"--axis", V::Texts, G::Source, I::Font},
     {"--from-order", V::Text, G::Source, I::Bmp, O::None, true},
     {"--colors", V::Number, G::Source, I::Bmp},
     {"--size", V::Number, G::Source, I::Font},
@@ -97,6 +99,17 @@ std::vector<int> ParseList(const std::string& option, const std::string& text, c
     return values;
 }
 
+// "wght=700": a variable font's axis tag (one to four letters) and a value.
+std::pair<std::string, double> ParseAxis(const std::string& text) {
+    const std::size_t eq = text.find('=');
+    const std::string tag = text.substr(0, eq), number = eq == std::string::npos ? "" : text.substr(eq + 1);
+    char* end = nullptr;
+    const double value = std::strtod(number.c_str(), &end);
+    if (tag.empty() || tag.size() > 4 || number.empty() || *end != '\0' || !std::isfinite(value))
+        Fail("--axis takes TAG=VALUE (as wght=700), not '" + text + "'");
+    return {tag, value};
+}
+
 // A source as it is being parsed: the options it has seen and the two size
 // options, which only make sense together.
 struct SourceDraft {
@@ -128,6 +141,7 @@ void ApplySourceOption(SourceDraft& d, const std::string& name, const std::strin
     else if (name == "--fixed-width") s.FixedWidth = ParseIntOption(name, value);
     else if (name == "--no-soft-aa") s.SoftAA = false;
     else if (name == "--style") s.FontStyle = value;
+    else if (name == "--axis") s.Axes.push_back(ParseAxis(value));
     else if (name == "--lc-proportional") s.LcMainFixed = false;
     else if (name == "--lc-half-proportional") s.LcHalfFixed = false;
     else if (name == "--vertical") s.LcVertical = true;
@@ -269,7 +283,7 @@ CliOptions ParseConvertOptions(const std::vector<std::string>& args) {
         }
         if (group == G::Input || group == G::LcHalf || group == G::Source) {
             SourceDraft& d = drafts.empty() ? before : drafts.back();
-            if (!d.Seen.insert(name).second) Fail(name + " is given twice");
+            if (!d.Seen.insert(name).second && Find(name).Value != V::Texts) Fail(name + " is given twice");
             ApplySourceOption(d, name, value);
         } else {
             // The characters may be listed many times; the run takes them all.

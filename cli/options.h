@@ -23,6 +23,7 @@ struct CliSource {
     int BmpBpp = 1;                // --colors 2|4|8|16
     std::string FontFace;          // --from-font
     std::string FontStyle;         // --style
+    std::vector<std::pair<std::string, double>> Axes;  // --axis TAG=VALUE, in the order given
     int FontSize = 0;              // negative: character height (--size); positive: cell height
     int FontSizeGiven = 0;         // the number as typed after --size or --cell-height
     int FontBpp = 1;               // --levels 2|4|8|16

@@ -10,6 +10,7 @@
 #include <hb-ot.h>
 #include <hb.h>
 
+#include "sources/font_source_checks.h"
 #include "sources/fontconfig_support.h"
 
 namespace {
@@ -20,7 +21,16 @@ struct Family {
     bool HasVerticalForms = false;
     std::string CheckedFile;
     std::set<std::string> Styles;
+    std::set<std::string> CollectionFaces;
+    std::set<std::string> Instances;
+    std::vector<FontFaceInfo::Axis> Axes;
 };
+
+bool IsCollectionFile(const std::string& path) {
+    const std::size_t dot = path.rfind('.');
+    const std::string ext = dot == std::string::npos ? "" : path.substr(dot + 1);
+    return ext == "ttc" || ext == "TTC" || ext == "otc" || ext == "OTC";
+}
 
 std::string Lower(const std::string& s) {
     std::string r = s;
@@ -57,6 +67,23 @@ bool CoversEastAsian(FcPattern* font) {
     return false;
 }
 
+// What a path names of the font: a face of a collection, a named instance,
+// the axes of a variable font.
+void AddFaceDetails(Family& f, FcPattern* font, const std::string& file, int index) {
+    if (file.empty()) return;
+    if (IsCollectionFile(file)) f.CollectionFaces.insert(file + "#" + std::to_string(index & 0xFFFF));
+    FcChar8* style = nullptr;
+    if ((index >> 16) != 0 && FcPatternGetString(font, FC_STYLE, 0, &style) == FcResultMatch)
+        f.Instances.insert(reinterpret_cast<const char*>(style));
+    // Files of one family may vary along different axes: the one with most is shown.
+    FcBool variable = FcFalse;
+    if (FcPatternGetBool(font, FC_VARIABLE, 0, &variable) != FcResultMatch || !variable) return;
+    const auto axes = FontAxes({file, index & 0xFFFF, {}});
+    if (axes.size() <= f.Axes.size()) return;
+    f.Axes.clear();
+    for (const auto& a : axes) f.Axes.push_back({a.Tag, a.Min, a.Default, a.Max});
+}
+
 }  // namespace
 
 std::vector<FontFaceInfo> ListInstalledFaces() {
@@ -64,7 +91,7 @@ std::vector<FontFaceInfo> ListInstalledFaces() {
     if (!FcInit()) return result;
     FcPatternPtr pattern(FcPatternCreate());
     FcObjectSetPtr objects(FcObjectSetBuild(FC_FAMILY, FC_SCALABLE, FC_OUTLINE, FC_PIXEL_SIZE, FC_FILE, FC_INDEX,
-                                            FC_LANG, FC_STYLE, nullptr));
+                                            FC_LANG, FC_STYLE, FC_VARIABLE, nullptr));
     FcFontSetPtr fonts(FcFontList(nullptr, pattern.get(), objects.get()));
     if (!fonts) return result;
 
@@ -84,6 +111,7 @@ std::vector<FontFaceInfo> ListInstalledFaces() {
             if (FcChar8* style = nullptr; FcPatternGetString(font, FC_STYLE, 0, &style) == FcResultMatch)
                 f.Styles.insert(reinterpret_cast<const char*>(style));
             f.Scalable = f.Scalable || isScalable;
+            AddFaceDetails(f, font, file ? reinterpret_cast<const char*>(file) : "", index);
             double px = 0;
             for (int k = 0; !isScalable && FcPatternGetDouble(font, FC_PIXEL_SIZE, k, &px) == FcResultMatch; ++k)
                 f.PixelSizes.insert(static_cast<int>(std::lround(px)));
@@ -103,6 +131,9 @@ std::vector<FontFaceInfo> ListInstalledFaces() {
         if (!f.Scalable) info.PixelSizes.assign(f.PixelSizes.begin(), f.PixelSizes.end());
         info.HasVerticalForms = f.HasVerticalForms;
         info.Styles.assign(f.Styles.begin(), f.Styles.end());
+        info.CollectionFaces.assign(f.CollectionFaces.begin(), f.CollectionFaces.end());
+        info.Instances.assign(f.Instances.begin(), f.Instances.end());
+        info.Axes = f.Axes;
         result.push_back(std::move(info));
     }
     std::stable_sort(result.begin(), result.end(), [](const FontFaceInfo& a, const FontFaceInfo& b) {

@@ -1,6 +1,7 @@
 #include "sources/font_source_checks.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <set>
 
@@ -126,4 +127,66 @@ void CheckCharset(const std::string& name, const FontLocation& location) {
     if (FT_New_Face(lib.get(), location.File.c_str(), location.Index, &face) != 0) return;
     FtFacePtr owner(face);
     if (FT_Select_Charmap(face, FT_ENCODING_UNICODE) != 0) CCharsetMap::ForFace(face, name);
+}
+
+std::string AxisValueText(double value) {
+    std::string text = FormatString("%d", static_cast<int>(std::lround(value * 1000)));
+    // Thousandths, without the zeros a whole number does not need.
+    const bool negative = text[0] == '-';
+    if (negative) text.erase(0, 1);
+    text.insert(0, std::string(text.size() < 4 ? 4 - text.size() : 0, '0'));
+    text.insert(text.size() - 3, ".");
+    text.erase(text.find_last_not_of('0') + 1);
+    if (text.back() == '.') text.pop_back();
+    return (negative ? "-" : "") + text;
+}
+
+std::vector<FontAxisRange> FontAxes(const FontLocation& location) {
+    std::vector<FontAxisRange> axes;
+    FtLibraryPtr lib = MakeFtLibrary();
+    FT_Face face = nullptr;
+    if (FT_New_Face(lib.get(), location.File.c_str(), location.Index & 0xFFFF, &face) != 0) return axes;
+    FtFacePtr owner(face);
+    FT_MM_Var* mm = nullptr;
+    if (!FT_HAS_MULTIPLE_MASTERS(face) || FT_Get_MM_Var(face, &mm) != 0) return axes;
+    for (FT_UInt i = 0; i < mm->num_axis; ++i)
+        axes.push_back({AxisTagText(mm->axis[i].tag), mm->axis[i].minimum / 65536.0, mm->axis[i].def / 65536.0,
+                        mm->axis[i].maximum / 65536.0});
+    FT_Done_MM_Var(lib.get(), mm);
+    return axes;
+}
+
+void CheckFaceAndAxes(const std::string& name, const FontLocation& location) {
+    std::string file;
+    int number = 0;
+    if (SplitFaceNumber(name, file, number)) {
+        FtLibraryPtr lib = MakeFtLibrary();
+        FT_Face face = nullptr;
+        if (FT_New_Face(lib.get(), location.File.c_str(), -1, &face) == 0) {
+            const long faces = face->num_faces;
+            FT_Done_Face(face);
+            // The high bits name a variable font's instance, not a face.
+            const int faceNumber = number & 0xFFFF;
+            if (faceNumber >= faces)
+                ThrowError("Parameter Error:\n Font file(%s) has %s; there is no face #%d.", file,
+                           faces == 1 ? std::string("one face, #0") : FormatString("faces #0 ～ #%d", faces - 1),
+                           faceNumber);
+        }
+    }
+    if (location.Axes.empty()) return;
+    // A named instance is still the font of its file.
+    const std::string font = number > 0xFFFF ? file : name;
+    const std::vector<FontAxisRange> axes = FontAxes(location);
+    if (axes.empty()) ThrowError("Parameter Error:\n Font(%s) is not a variable font; it has no axis %s.", font, location.Axes[0].Tag);
+    std::string list;
+    for (const auto& a : axes)
+        list += (list.empty() ? "" : ", ") + a.Tag + " " + AxisValueText(a.Min) + " ～ " + AxisValueText(a.Max);
+    for (const FontAxisSetting& setting : location.Axes) {
+        const auto axis = std::find_if(axes.begin(), axes.end(), [&](const FontAxisRange& a) { return a.Tag == setting.Tag; });
+        if (axis == axes.end())
+            ThrowError("Parameter Error:\n Font(%s) has no axis %s; its axes are %s.", font, setting.Tag, list);
+        if (setting.Value < axis->Min || setting.Value > axis->Max)
+            ThrowError("Parameter Error:\n Axis %s(=%s) out of range[%s ～ %s]", setting.Tag, AxisValueText(setting.Value),
+                       AxisValueText(axis->Min), AxisValueText(axis->Max));
+    }
 }

@@ -35,3 +35,17 @@ void CheckStrikeSize(const std::string& name, const FontLocation& location, int3
 // A bitmap face numbered in a character set without a table throws
 // "Parameter Error:" naming it.
 void CheckCharset(const std::string& name, const FontLocation& location);
+
+// A face number beyond the collection's faces, an axis the font lacks or a
+// value outside its axis's range throws "Parameter Error:" listing what the
+// font has.
+void CheckFaceAndAxes(const std::string& name, const FontLocation& location);
+
+// The variable-font axes of a face: tag, minimum, default and maximum.
+struct FontAxisRange {
+    std::string Tag;
+    double Min = 0, Default = 0, Max = 0;
+};
+std::vector<FontAxisRange> FontAxes(const FontLocation& location);
+// 700, or 12.5: an axis value as the user types it.
+std::string AxisValueText(double value);

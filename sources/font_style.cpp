@@ -1,5 +1,7 @@
 #include "sources/font_style.h"
 
+#include <set>
+
 #include "sources/fontconfig_support.h"
 
 bool ResolveFamilyStyle(const std::string& family, const std::string& style, FontLocation& out) {
@@ -23,4 +25,20 @@ bool ResolveFamilyStyle(const std::string& family, const std::string& style, Fon
         return true;
     }
     return false;
+}
+
+std::vector<std::string> FamilyStyles(const std::string& family) {
+    std::set<std::string> styles;
+    if (!FcInit()) return {};
+    FcPatternPtr pattern(FcPatternCreate());
+    FcPatternAddString(pattern.get(), FC_FAMILY, reinterpret_cast<const FcChar8*>(family.c_str()));
+    FcObjectSetPtr objects(FcObjectSetBuild(FC_FAMILY, FC_STYLE, nullptr));
+    FcFontSetPtr fonts(FcFontList(nullptr, pattern.get(), objects.get()));
+    for (int i = 0; fonts && i < fonts->nfont; ++i) {
+        FcChar8* style = nullptr;
+        if (HasName(fonts->fonts[i], FC_FAMILY, family) &&
+            FcPatternGetString(fonts->fonts[i], FC_STYLE, 0, &style) == FcResultMatch)
+            styles.insert(reinterpret_cast<const char*>(style));
+    }
+    return {styles.begin(), styles.end()};
 }

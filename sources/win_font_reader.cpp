@@ -20,9 +20,13 @@ void CWinFontReader::CheckParameters() {
     const std::string name = ParseFaceName(FaceName).FaceName;
     FontLocation location;
     if (!ResolveFontName(name, location, Size)) {
-        CheckReadableFontFile(name);
+        std::string file;
+        int index = 0;
+        CheckReadableFontFile(SplitFaceNumber(name, file, index) ? file : name);
         ThrowError("Parameter Error:\n Font(%s) is not installed.", FaceName);
     }
+    location.Axes = Axes;
+    CheckFaceAndAxes(name, location);
     CheckCharset(name, location);
     CheckStrikeSize(name, location, Size);
     CheckSizeFits(location, Size);
@@ -38,6 +42,7 @@ void CWinFontReader::Read(CFontData& font, const CFontFilter& filter) {
     FontLocation location;
     if (!ResolveFontName(request.FaceName, location, Size))
         ThrowError("Parameter Error:\n Font(%s) is not installed.", request.FaceName);
+    location.Axes = Axes;
     // A face of bitmap strikes has no grey levels: it is read at 2 levels
     // whatever was asked, as the window's level list offers only that.
     const int32_t bpp = IsBitmapOnly(location) ? 1 : Bpp;

@@ -33,6 +33,36 @@ std::string Bdf(const std::string& registry, const std::string& encoding, const 
     return out.str();
 }
 
+uint32_t Be32(const std::string& b, std::size_t at) {
+    return static_cast<uint32_t>(static_cast<uint8_t>(b[at])) << 24 | static_cast<uint8_t>(b[at + 1]) << 16 |
+           static_cast<uint8_t>(b[at + 2]) << 8 | static_cast<uint8_t>(b[at + 3]);
+}
+
+void PutBe32(std::string& b, std::size_t at, uint32_t v) {
+    for (int i = 0; i < 4; ++i) b[at + i] = static_cast<char>(v >> (24 - 8 * i));
+}
+
+// A font collection of the given TrueType files: each font's table directory,
+// then its tables, with the offsets moved to where they now lie.
+std::string MakeCollection(const std::vector<std::string>& fonts) {
+    std::string out = std::string("ttcf") + std::string("\0\1\0\0", 4) + std::string(4 + 4 * fonts.size(), '\0');
+    PutBe32(out, 8, static_cast<uint32_t>(fonts.size()));
+    for (std::size_t f = 0; f < fonts.size(); ++f) {
+        const std::string& font = fonts[f];
+        const std::size_t tables = static_cast<uint8_t>(font[4]) << 8 | static_cast<uint8_t>(font[5]);
+        const std::size_t directory = out.size();
+        PutBe32(out, 12 + 4 * f, static_cast<uint32_t>(directory));
+        out += font.substr(0, 12 + 16 * tables);
+        for (std::size_t t = 0; t < tables; ++t) {
+            const std::size_t record = 12 + 16 * t;
+            while (out.size() % 4) out += '\0';
+            PutBe32(out, directory + record + 8, static_cast<uint32_t>(out.size()));
+            out += font.substr(Be32(font, record + 8), Be32(font, record + 12));
+        }
+    }
+    return out;
+}
+
 std::string ToZgly(const CScratchDir& dir, const std::string& name = "o.zgly") { return " --to-zgly " + Q(dir / name); }
 
 }  // namespace
@@ -182,15 +212,81 @@ TEST(CliFontFiles, TextFilesInOtherEncodings) {
     EXPECT_NE(r.Err.find("--chars-encoding takes utf-8|utf-16|shift_jis|cp1252, not 'latin1'"), std::string::npos) << r.Err;
 }
 
-// --help, the man page and a recipe know the option.
-TEST(CliFontFiles, CharsEncodingIsDocumentedAndTakenByRecipes) {
+// --help, the man page and a recipe know the options.
+TEST(CliFontFiles, NewOptionsAreDocumentedAndTakenByRecipes) {
     CScratchDir dir;
-    EXPECT_NE(RunCli(dir, "--help").Out.find("--chars-encoding utf-8|utf-16|shift_jis|cp1252"), std::string::npos);
-    EXPECT_NE(Slurp(GLYPHWRIGHT_TEST_DATA "/../data/man/glyphwright-cli.1").find(".BI \\-\\-chars\\-encoding "),
-              std::string::npos);
+    const std::string help = RunCli(dir, "--help").Out;
+    const std::string man = Slurp(GLYPHWRIGHT_TEST_DATA "/../data/man/glyphwright-cli.1");
+    for (const char* text : {"--chars-encoding utf-8|utf-16|shift_jis|cp1252", "--axis TAG=VALUE", "FILE.ttc#N"})
+        EXPECT_NE(help.find(text), std::string::npos) << text;
+    for (const char* text : {".BI \\-\\-chars\\-encoding ", ".BI \\-\\-axis ", ".IB FILE.ttc # N"})
+        EXPECT_NE(man.find(text), std::string::npos) << text;
     WriteText(dir / "glyphwright.toml", "[[font]]\nto-zgly = \"a.zgly\"\nfrom-font = \"DejaVu Sans\"\nsize = 12\n"
                                         "chars-file = \"s.txt\"\nchars-encoding = \"shift_jis\"\n");
     auto r = RunCli(dir, "build --dry-run", dir.Dir.string());
     EXPECT_NE(r.Err.find("--chars-file " + (dir / "s.txt").string() + " --chars-encoding shift_jis\n"), std::string::npos)
         << r.Out << r.Err;
+}
+
+// A face of a collection by path is the face by family name, byte for byte; a
+// variable font's named instance is its axis values; wrong numbers list what
+// there is.
+TEST(CliFontFiles, CollectionFacesAndVariableInstances) {
+    CScratchDir dir;
+    const std::string bold = "/usr/share/fonts/truetype/dejavu/DejaVuSans-Bold.ttf";
+    WriteText(dir / "dejavu.ttc", MakeCollection({Slurp(DejaVu), Slurp(bold)}));
+    const std::string run = " --size 16 --levels 16 --chars 'Ag@' --quiet --to-zgly ";
+    const std::pair<std::string, std::string> same[] = {
+        {"--from-font " + Q(dir.Dir.string() + "/dejavu.ttc#1"), "--from-font 'DejaVu Sans' --style Bold"},
+        {"--from-font " + Q(dir.Dir.string() + "/dejavu.ttc#0"), "--from-font 'DejaVu Sans'"},
+        {"--from-font " + Q(dir.Dir.string() + "/dejavu.ttc"), "--from-font 'DejaVu Sans'"},
+    };
+    for (const auto& [byPath, byName] : same) {
+        ASSERT_EQ(RunCli(dir, "convert " + byPath + run + Q(dir / "path.zgly")).Status, 0) << byPath;
+        ASSERT_EQ(RunCli(dir, "convert " + byName + run + Q(dir / "name.zgly")).Status, 0) << byName;
+        EXPECT_EQ(FileBytes(dir / "path.zgly"), FileBytes(dir / "name.zgly")) << byPath;
+    }
+    EXPECT_NE(FileBytes(dir / "path.zgly"), FileBytes(dir / "o.zgly"));
+    auto r = RunCli(dir, "convert --from-font " + Q(dir.Dir.string() + "/dejavu.ttc#2") + run + Q(dir / "x.zgly"));
+    EXPECT_EQ(r.Status, 1);
+    EXPECT_EQ(r.Err, "Parameter Error:\n Font file(" + (dir / "dejavu.ttc").string() +
+                         ") has faces #0 ～ #1; there is no face #2.\n");
+    r = RunCli(dir, "convert --from-font " + Q(dir.Dir.string() + "/none.ttc#1") + run + Q(dir / "x.zgly"));
+    EXPECT_EQ(r.Err, "Parameter Error:\n Font file(" + (dir / "none.ttc").string() + ") does not exist.\n");
+
+    const std::string inter = "/usr/share/fonts/truetype/inter-vf/Inter.var.ttf";
+    if (!std::filesystem::exists(inter)) GTEST_SKIP() << "fonts-inter-variable is not installed (scripts/setup.sh installs it)";
+    const std::pair<std::string, std::string> instances[] = {
+        {"--from-font Inter --style Bold", "--from-font " + inter + " --axis wght=700"},
+        {"--from-font Inter --style 'Light Italic'", "--from-font " + inter + " --axis slnt=-10 --axis wght=300"},
+    };
+    for (const auto& [named, axes] : instances) {
+        ASSERT_EQ(RunCli(dir, "convert " + named + run + Q(dir / "named.zgly")).Status, 0) << named;
+        r = RunCli(dir, "convert " + axes + run + Q(dir / "axes.zgly"));
+        ASSERT_EQ(r.Status, 0) << axes << r.Err;
+        EXPECT_EQ(FileBytes(dir / "named.zgly"), FileBytes(dir / "axes.zgly")) << named << " / " << axes;
+    }
+    ASSERT_EQ(RunCli(dir, "convert --from-font " + inter + run + Q(dir / "default.zgly")).Status, 0);
+    EXPECT_NE(FileBytes(dir / "default.zgly"), FileBytes(dir / "axes.zgly"));
+    const std::pair<std::string, std::string> wrong[] = {
+        {"--from-font " + inter + " --axis wght=901", "Axis wght(=901) out of range[100 ～ 900]"},
+        {"--from-font " + inter + " --axis slnt=0.5", "Axis slnt(=0.5) out of range[-10 ～ 0]"},
+        {"--from-font " + inter + " --axis wdth=80",
+         "Font(" + inter + ") has no axis wdth; its axes are wght 100 ～ 900, slnt -10 ～ 0."},
+        {"--from-font 'DejaVu Sans' --axis wght=700", "Font(DejaVu Sans) is not a variable font; it has no axis wght."},
+    };
+    for (const auto& [options, message] : wrong) {
+        r = RunCli(dir, "convert " + options + run + Q(dir / "x.zgly"));
+        EXPECT_EQ(r.Status, 1) << options;
+        EXPECT_EQ(r.Err, "Parameter Error:\n " + message + "\n") << options;
+    }
+    r = RunCli(dir, "convert --from-font Inter --axis wght" + run + Q(dir / "x.zgly"));
+    EXPECT_EQ(r.Status, 2);
+    EXPECT_NE(r.Err.find("--axis takes TAG=VALUE (as wght=700), not 'wght'"), std::string::npos) << r.Err;
+
+    r = RunCli(dir, "list-fonts --json");
+    EXPECT_NE(r.Out.find("\"axes\":[{\"tag\":\"wght\",\"min\":100,\"default\":400,\"max\":900},"
+                         "{\"tag\":\"slnt\",\"min\":-10,\"default\":0,\"max\":0}]"),
+              std::string::npos);
+    EXPECT_NE(r.Out.find("\"instances\":[\"Black\",\"Black Italic\",\"Bold\","), std::string::npos);
 }
