@@ -1,15 +1,24 @@
 // The run's reader from its sources: font names resolved, directions
 // checked, several sources merged.
+#include <algorithm>
+#include <cctype>
 #include <filesystem>
 #include <optional>
 
 #include "cli/factories.h"
 #include "core/general_exception.h"
 #include "core/merged_font_reader.h"
+#include "sources/font_catalog.h"
 #include "sources/font_face.h"
 #include "sources/font_style.h"
 
 namespace {
+
+bool SameNoCase(const std::string& a, const std::string& b) {
+    return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) {
+               return std::tolower(static_cast<unsigned char>(x)) == std::tolower(static_cast<unsigned char>(y));
+           });
+}
 
 std::string SourceName(const CliSource& s) {
     switch (s.Input) {
@@ -45,7 +54,9 @@ CliSource ResolveFace(const CliSource& s) {
     if (!ResolveFamilyStyle(face, s.FontStyle, location))
     {
         std::string styles;
-        for (const auto& style : FamilyStyles(face)) styles += (styles.empty() ? "" : ", ") + style;
+        for (const auto& family : ListInstalledFaces())
+            if (SameNoCase(family.Family, face))
+                for (const auto& style : family.Styles) styles += (styles.empty() ? "" : ", ") + style;
         if (styles.empty()) ThrowError("Parameter Error:\n Font(%s) is not installed.", face);
         ThrowError("Parameter Error:\n Font(%s) has no style %s; its styles are %s.", face, s.FontStyle, styles);
     }

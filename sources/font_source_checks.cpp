@@ -6,7 +6,7 @@
 #include <set>
 
 #include "core/general_exception.h"
-#include "sources/fontconfig_support.h"
+#include "sources/font_catalog.h"
 
 namespace {
 
@@ -86,22 +86,10 @@ std::vector<int> StrikeSizes(const std::string& name, const FontLocation& locati
     AddStrikes(lib.get(), location.File.c_str(), location.Index, cellHeights, sizes);
     // A family named by name may ship one file per size.
     std::error_code ec;
-    if (!std::filesystem::is_regular_file(name, ec) && FcInit()) {
-        FcPatternPtr pattern(FcPatternCreate());
-        FcPatternAddString(pattern.get(), FC_FAMILY, reinterpret_cast<const FcChar8*>(name.c_str()));
-        FcObjectSetPtr objects(FcObjectSetBuild(FC_FAMILY, FC_FILE, FC_INDEX, FC_SCALABLE, FC_OUTLINE, nullptr));
-        FcFontSetPtr fonts(FcFontList(nullptr, pattern.get(), objects.get()));
-        for (int i = 0; fonts && i < fonts->nfont; ++i) {
-            FcPattern* font = fonts->fonts[i];
-            FcChar8* file = nullptr;
-            int index = 0;
-            if (IsScalablePattern(font) || !HasName(font, FC_FAMILY, name) ||
-                FcPatternGetString(font, FC_FILE, 0, &file) != FcResultMatch)
-                continue;
-            FcPatternGetInteger(font, FC_INDEX, 0, &index);
-            AddStrikes(lib.get(), reinterpret_cast<const char*>(file), index, cellHeights, sizes);
-        }
-    }
+    InstalledFamilyMatch match;
+    if (!std::filesystem::is_regular_file(name, ec) && FindInstalledFamily(name, match))
+        for (const FontLocation& file : match.StyleFiles)
+            AddStrikes(lib.get(), file.File.c_str(), file.Index, cellHeights, sizes);
     return {sizes.begin(), sizes.end()};
 }
 

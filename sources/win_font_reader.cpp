@@ -7,9 +7,22 @@
 #include "core/font_filter.h"
 #include "core/general_exception.h"
 #include "core/pg_ctrl.h"
+#include "sources/font_catalog.h"
 #include "sources/font_face.h"
 #include "sources/font_source_checks.h"
 #include "sources/letterer.h"
+
+namespace {
+
+[[noreturn]] void ThrowFaceNotFound(const std::string& name) {
+    if (!FontCatalogAvailable())
+        ThrowError("Parameter Error:\n Font(%s) is not a font file; this build finds no installed fonts by name, "
+                   "give the path of a font file.",
+                   name);
+    ThrowError("Parameter Error:\n Font(%s) is not installed.", name);
+}
+
+}  // namespace
 
 void CWinFontReader::CheckParameters() {
     if (FaceName.empty()) ThrowError("Internal Error:\n Font is not selected.");
@@ -23,7 +36,7 @@ void CWinFontReader::CheckParameters() {
         std::string file;
         int index = 0;
         CheckReadableFontFile(SplitFaceNumber(name, file, index) ? file : name);
-        ThrowError("Parameter Error:\n Font(%s) is not installed.", FaceName);
+        ThrowFaceNotFound(FaceName);
     }
     location.Axes = Axes;
     CheckFaceAndAxes(name, location);
@@ -40,8 +53,7 @@ void CWinFontReader::Read(CFontData& font, const CFontFilter& filter) {
     const FontRequest request = ParseFaceName(FaceName);
     // Looked up once: with the size, a bitmap family's file nearest it.
     FontLocation location;
-    if (!ResolveFontName(request.FaceName, location, Size))
-        ThrowError("Parameter Error:\n Font(%s) is not installed.", request.FaceName);
+    if (!ResolveFontName(request.FaceName, location, Size)) ThrowFaceNotFound(request.FaceName);
     location.Axes = Axes;
     // A face of bitmap strikes has no grey levels: it is read at 2 levels
     // whatever was asked, as the window's level list offers only that.

@@ -1,4 +1,4 @@
-#include "core/char_selection.h"
+#include "xmlfiles/char_selection.h"
 
 #include <set>
 
@@ -6,6 +6,7 @@
 #include "core/general_exception.h"
 #include "core/pg_ctrl.h"
 #include "core/text_decoding.h"
+#include "xmlfiles/font_filter_handler.h"
 #include "zgly/binary_file.h"
 #include "zgly/path_checks.h"
 
@@ -121,7 +122,7 @@ void LoadFilterInto(CFontFilter& filter, const std::filesystem::path& path, int 
     if (path.empty())
         throw CGeneralException("Parameter Error:\n \"Use Filter\" checked, but filter file path not specified.");
     if (!IsTextFile(path)) {
-        filter.Load(path);
+        LoadFontFilterFile(filter, path);
         return;
     }
     CCharCollector chars(filter);
