@@ -96,6 +96,9 @@ CliOptions ParseCommandLine(const std::vector<std::string>& args) {
             if (a == "--json") {
                 if (o.Json) Fail("--json is given twice");
                 o.Json = true;
+            } else if (a == "--chars") {
+                if (o.InfoChars) Fail("--chars is given twice");
+                o.InfoChars = true;
             } else if (a.rfind("--", 0) == 0) {
                 Fail("unknown option '" + a + "'");
             } else {
@@ -124,7 +127,8 @@ const char* UsageHint() {
            "                              [--range FIRST-LAST] [--quiet]\n"
            "       glyphwright-cli convert --settings FILE.ini [OPTIONS]\n"
            "       glyphwright-cli build [RECIPE] [--jobs N] [--force] [--dry-run] [--quiet]\n"
-           "       glyphwright-cli info FILE.zgly [--json]\n"
+           "       glyphwright-cli info FILE.zgly [--chars] [--json]\n"
+           "       glyphwright-cli check FILE.zgly (--chars TEXT | --chars-file FILE | --range R)... [--json]\n"
            "       glyphwright-cli preview FILE.zgly (--text TEXT | --sheet) --out FILE.png [--zoom N] [--guides]\n"
            "       glyphwright-cli template --order ORDER --cell WxH --baseline N [--colors 2|4|8|16] [--vertical]\n"
            "                                --out FILE.bmp|FILE.png\n"
@@ -165,7 +169,11 @@ const char* HelpText() {
            "    --range FIRST-LAST     code points as U+3041, 0x3041 or 12353; or one CODE\n"
            "  Texts, files and ranges that hold no character but the space fail the run.\n"
            "  After a finished convert one line on stderr sums it up (not with --quiet).\n"
-           "glyphwright-cli info FILE.zgly [--json]\n"
+           "glyphwright-cli info FILE.zgly [--chars] [--json]      (--chars: the characters it holds)\n"
+           "glyphwright-cli check FILE.zgly (--chars TEXT | --chars-file FILE | --range R)... [--json]\n"
+           "                [--chars-encoding ENC]\n"
+           "  Lists each character of the text the font lacks (code, character, FILE:LINE:COLUMN of its\n"
+           "  first use); exit status 1 when any is missing.\n"
            "glyphwright-cli preview FILE.zgly (--text TEXT | --sheet) --out FILE.png\n"
            "                [--zoom 1..16] [--guides] [--ink RRGGBB] [--paper RRGGBB]\n"
            "  Draws TEXT (UTF-8; a line feed or \\n starts a new line) with the ZGLY font as a game\n"

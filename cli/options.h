@@ -79,6 +79,7 @@ struct CliOptions {
     // info, list-orders, list-fonts; preview reads InfoPath too
     std::string InfoPath;
     bool Json = false;
+    bool InfoChars = false;        // info --chars: the characters, not the blocks
 
     // preview
     std::string PreviewText;       // --text, with backslash-n turned into a line feed

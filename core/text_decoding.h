@@ -14,3 +14,7 @@ inline constexpr int TextEncodingAuto = -1;
 // says how to read them. Throws "Parameter Error:\n <what> is not valid
 // <encoding> (at byte offset N)." for bytes that are not.
 std::string DecodeTextToUtf8(std::string_view bytes, int encoding, const std::string& what);
+
+// Decodes one UTF-8 sequence at text[at]; returns its length, or 0 when the
+// bytes there are not valid UTF-8 (overlong forms and surrogates included).
+std::size_t DecodeUtf8(std::string_view text, std::size_t at, uint32_t& cp);

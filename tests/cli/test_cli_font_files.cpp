@@ -219,7 +219,7 @@ TEST(CliFontFiles, NewOptionsAreDocumentedAndTakenByRecipes) {
     const std::string man = Slurp(GLYPHWRIGHT_TEST_DATA "/../data/man/glyphwright-cli.1");
     for (const char* text : {"--chars-encoding utf-8|utf-16|shift_jis|cp1252", "--axis TAG=VALUE", "FILE.ttc#N"})
         EXPECT_NE(help.find(text), std::string::npos) << text;
-    for (const char* text : {".BI \\-\\-chars\\-encoding ", ".BI \\-\\-axis ", ".IB FILE.ttc # N"})
+    for (const char* text : {".BI \\-\\-chars\\-encoding ", ".BI \\-\\-axis ", ".IB FILE.ttc # N", ".SS check\n", ".B info \\-\\-chars\n"})
         EXPECT_NE(man.find(text), std::string::npos) << text;
     WriteText(dir / "glyphwright.toml", "[[font]]\nto-zgly = \"a.zgly\"\nfrom-font = \"DejaVu Sans\"\nsize = 12\n"
                                         "chars-file = \"s.txt\"\nchars-encoding = \"shift_jis\"\n");
