@@ -194,7 +194,8 @@ void ApplyOutputOption(CliOptions& o, const std::string& name, const std::string
 }
 
 // Checks a parsed source and settles its size; later font sources without a
-// size or levels of their own take the first font source's.
+// size, levels, width type or fixed width of their own take the first font
+// source's.
 void FinishSource(SourceDraft& d, std::size_t number, std::size_t count, const CliSource* firstFont) {
     CliSource& s = d.Source;
     const std::string which = count > 1 ? " (source " + std::to_string(number) + ")" : "";
@@ -215,6 +216,9 @@ void FinishSource(SourceDraft& d, std::size_t number, std::size_t count, const C
         s.FontSize = d.Size ? -*d.Size : *d.CellHeight;
     }
     if (firstFont && !d.Seen.count("--levels")) s.FontBpp = firstFont->FontBpp;
+    // Glyphs of one font should space alike: the width type comes along too.
+    if (firstFont && !d.Seen.count("--width")) s.WidthType = firstFont->WidthType;
+    if (firstFont && !d.Seen.count("--fixed-width")) s.FixedWidth = firstFont->FixedWidth;
 }
 
 uint32_t ParseCode(const std::string& text, const std::string& whole) {

@@ -219,7 +219,8 @@ TEST(CliFontFiles, NewOptionsAreDocumentedAndTakenByRecipes) {
     const std::string man = Slurp(GLYPHWRIGHT_TEST_DATA "/../data/man/glyphwright-cli.1");
     for (const char* text : {"--chars-encoding utf-8|utf-16|shift_jis|cp1252", "--axis TAG=VALUE", "FILE.ttc#N"})
         EXPECT_NE(help.find(text), std::string::npos) << text;
-    for (const char* text : {".BI \\-\\-chars\\-encoding ", ".BI \\-\\-axis ", ".IB FILE.ttc # N", ".SS check\n", ".B info \\-\\-chars\n"})
+    for (const char* text : {".BI \\-\\-chars\\-encoding ", ".BI \\-\\-axis ", ".IB FILE.ttc # N", ".SS check\n", ".B info \\-\\-chars\n",
+                             ".BI \\-\\-width \" glyph|keep-space|margin|fixed\""})
         EXPECT_NE(man.find(text), std::string::npos) << text;
     WriteText(dir / "glyphwright.toml", "[[font]]\nto-zgly = \"a.zgly\"\nfrom-font = \"DejaVu Sans\"\nsize = 12\n"
                                         "chars-file = \"s.txt\"\nchars-encoding = \"shift_jis\"\n");
@@ -289,4 +290,31 @@ TEST(CliFontFiles, CollectionFacesAndVariableInstances) {
                          "{\"tag\":\"slnt\",\"min\":-10,\"default\":0,\"max\":0}]"),
               std::string::npos);
     EXPECT_NE(r.Out.find("\"instances\":[\"Black\",\"Black Italic\",\"Bold\","), std::string::npos);
+}
+
+// A later font takes the first one's width type and fixed width, as it takes
+// its size and levels: its glyphs are those of its own run with them.
+TEST(CliFontFiles, LaterFontsInheritTheWidthType) {
+    CScratchDir dir;
+    const std::string kana = " --chars 'Ag\xE3\x81\x82\xE3\x81\x84' --quiet --to-zgly ";
+    for (const std::string width : {"--width margin", "--width fixed --fixed-width 20"}) {
+        SCOPED_TRACE(width);
+        ASSERT_EQ(RunCli(dir, "convert --from-font 'DejaVu Sans' --size 16 --levels 4 " + width + " --from-font IPAGothic" +
+                                  kana + Q(dir / "m.zgly")).Status, 0);
+        ASSERT_EQ(RunCli(dir, "convert --from-font IPAGothic --size 16 --levels 4 " + width + kana + Q(dir / "i.zgly")).Status, 0);
+        ASSERT_EQ(RunCli(dir, "convert --from-font IPAGothic --size 16 --levels 4" + kana + Q(dir / "k.zgly")).Status, 0);
+        auto merged = ReadZgly(dir / "m.zgly"), own = ReadZgly(dir / "i.zgly"), keep = ReadZgly(dir / "k.zgly");
+        for (char16_t c : std::u16string(u"\u3042\u3044")) {
+            const CGlyph *g = merged->FindGlyph(c), *w = own->FindGlyph(c), *k = keep->FindGlyph(c);
+            ASSERT_TRUE(g && w && k);
+            EXPECT_TRUE(g->SameAs(*w)) << static_cast<int>(c);
+            EXPECT_NE(g->LeftSpace + g->RightSpace, k->LeftSpace + k->RightSpace) << static_cast<int>(c);
+        }
+    }
+    // Its own width type wins.
+    ASSERT_EQ(RunCli(dir, "convert --from-font 'DejaVu Sans' --size 16 --levels 4 --width margin --from-font IPAGothic "
+                          "--width keep-space" + kana + Q(dir / "m.zgly")).Status, 0);
+    EXPECT_TRUE(ReadZgly(dir / "m.zgly")->FindGlyph(0x3042)->SameAs(*ReadZgly(dir / "k.zgly")->FindGlyph(0x3042)));
+    EXPECT_NE(RunCli(dir, "convert --help").Out.find("margin = the font's own side\n  bearings and advances; fixed = the ink centred"),
+              std::string::npos);
 }
