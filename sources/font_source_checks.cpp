@@ -6,6 +6,7 @@
 #include <set>
 
 #include "core/general_exception.h"
+#include "sources/colour_letterer.h"
 #include "sources/font_catalog.h"
 
 namespace {
@@ -94,7 +95,8 @@ std::vector<int> StrikeSizes(const std::string& name, const FontLocation& locati
 }
 
 void CheckStrikeSize(const std::string& name, const FontLocation& location, int32_t size) {
-    if (size == 0 || !IsBitmapOnly(location)) return;
+    // Colour strikes are scaled to any size.
+    if (size == 0 || !IsBitmapOnly(location) || IsColourBitmapFont(location)) return;
     const bool cellHeights = size > 0;
     // The file the family lookup picked is the nearest; it must be exact.
     std::set<int> own;

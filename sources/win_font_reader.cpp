@@ -8,6 +8,7 @@
 #include "core/general_exception.h"
 #include "core/pg_ctrl.h"
 #include "sources/font_catalog.h"
+#include "sources/colour_letterer.h"
 #include "sources/font_face.h"
 #include "sources/font_source_checks.h"
 #include "sources/letterer.h"
@@ -56,14 +57,18 @@ void CWinFontReader::Read(CFontData& font, const CFontFilter& filter) {
     if (!ResolveFontName(request.FaceName, location, Size)) ThrowFaceNotFound(request.FaceName);
     location.Axes = Axes;
     // A face of bitmap strikes has no grey levels: it is read at 2 levels
-    // whatever was asked, as the window's level list offers only that.
-    const int32_t bpp = IsBitmapOnly(location) ? 1 : Bpp;
+    // whatever was asked, as the window's level list offers only that. Colour
+    // strikes have their coverage, scaled to any size.
+    const bool colour = IsColourBitmapFont(location);
+    const int32_t bpp = IsBitmapOnly(location) && !colour ? 1 : Bpp;
     if (bpp != Bpp)
         ReportWarning(g_pPgCtrl, "Font(%s) has bitmap strikes only: it is read at 1 bit per pixel (2 levels), "
                                  "not %d levels.",
                       request.FaceName, 1 << Bpp);
     std::unique_ptr<CLetterer> letterer;
-    if (bpp == 1) {
+    if (colour) {
+        letterer = std::make_unique<CColourLetterer>();
+    } else if (bpp == 1) {
         letterer = std::make_unique<CRasterLetterer>();
     } else {
         auto vector = std::make_unique<CVectorLetterer>();

@@ -3,6 +3,7 @@
 // fonts, empty selections and text files in other encodings.
 #include <gtest/gtest.h>
 
+#include <set>
 #include <sstream>
 
 #include "cli_runner.h"
@@ -317,4 +318,34 @@ TEST(CliFontFiles, LaterFontsInheritTheWidthType) {
     EXPECT_TRUE(ReadZgly(dir / "m.zgly")->FindGlyph(0x3042)->SameAs(*ReadZgly(dir / "k.zgly")->FindGlyph(0x3042)));
     EXPECT_NE(RunCli(dir, "convert --help").Out.find("margin = the font's own side\n  bearings and advances; fixed = the ink centred"),
               std::string::npos);
+}
+
+// A colour bitmap font is drawn at the size asked, in grey levels from its
+// coverage, also behind another font; never its strike's 1-bit silhouettes.
+TEST(CliFontFiles, ColourFontsAtTheRequestedSizeInGreyLevels) {
+    CScratchDir dir;
+    if (!std::filesystem::exists("/usr/share/fonts/truetype/noto/NotoColorEmoji.ttf"))
+        GTEST_SKIP() << "fonts-noto-color-emoji is not installed (scripts/setup.sh installs it)";
+    const std::string emoji = " --chars '\xE2\x98\xBA\xE2\x99\xA5\xE2\x9C\x88\xE2\x9A\xBD'";  // ☺♥✈⚽
+    for (const std::string run : {"--from-font 'Noto Color Emoji' --size 16 --levels 16",
+                                  "--from-font IPAGothic --cell-height 16 --levels 16 --range U+3042 "
+                                  "--from-font 'Noto Color Emoji'"}) {
+        SCOPED_TRACE(run);
+        auto r = RunCli(dir, "convert " + run + emoji + " --to-zgly " + Q(dir / "e.zgly"));
+        ASSERT_EQ(r.Status, 0) << r.Err;
+        EXPECT_EQ(r.Err.find("Warning: Font("), std::string::npos) << r.Err;
+        auto font = ReadZgly(dir / "e.zgly");
+        EXPECT_EQ(font->Bpp.Value, 4);
+        font->PrepareForOutput();
+        EXPECT_LE(font->CellHeight.Value, 20);
+        EXPECT_LE(font->CellWidth.Value, 22);
+        const CGlyph* ball = font->FindGlyph(0x26BD);
+        ASSERT_NE(ball, nullptr);
+        std::set<uint64_t> levels;
+        for (int i = 0; i < ball->Ink.Width() * ball->Ink.Height(); ++i)
+            levels.insert(PeekWideBits(ball->Pixels.data(), static_cast<std::size_t>(i) * 4, 4));
+        ASSERT_EQ(ball->Bpp, 4);
+        EXPECT_GT(levels.size(), 2u);
+        EXPECT_TRUE(levels.count(15));
+    }
 }
