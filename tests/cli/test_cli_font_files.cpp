@@ -256,6 +256,27 @@ TEST(CliFontFiles, CollectionFacesAndVariableInstances) {
     r = RunCli(dir, "convert --from-font " + Q(dir.Dir.string() + "/none.ttc#1") + run + Q(dir / "x.zgly"));
     EXPECT_EQ(r.Err, "Parameter Error:\n Font file(" + (dir / "none.ttc").string() + ") does not exist.\n");
 
+    // Installed (a fontconfig set-up of the collection alone): list-fonts shows
+    // what to type, and the family's style found there is that face.
+    std::filesystem::create_directory(dir / "fonts");
+    std::filesystem::copy_file(dir / "dejavu.ttc", dir / "fonts" / "dejavu.ttc");
+    WriteText(dir / "fonts.conf", "<?xml version=\"1.0\"?><fontconfig><dir>" + (dir / "fonts").string() +
+                                      "</dir><cachedir>" + (dir / "cache").string() + "</cachedir></fontconfig>\n");
+    struct FontConfigFile {
+        explicit FontConfigFile(const std::filesystem::path& file) { setenv("FONTCONFIG_FILE", file.c_str(), 1); }
+        ~FontConfigFile() { unsetenv("FONTCONFIG_FILE"); }
+    };
+    auto only = std::make_unique<FontConfigFile>(dir / "fonts.conf");
+    r = RunCli(dir, "list-fonts");
+    const std::string ttc = (dir / "fonts" / "dejavu.ttc").string();
+    EXPECT_EQ(r.Out, "DejaVu Sans\tscalable\t\tBold,Book\t" + ttc + "#0," + ttc + "#1\n");
+    EXPECT_NE(RunCli(dir, "list-fonts --json").Out.find("\"faces\":[\"" + ttc + "#0\",\"" + ttc + "#1\"]"),
+              std::string::npos);
+    ASSERT_EQ(RunCli(dir, "convert --from-font 'DejaVu Sans' --style Bold" + run + Q(dir / "name.zgly")).Status, 0);
+    only.reset();
+    ASSERT_EQ(RunCli(dir, "convert --from-font " + Q(ttc + "#1") + run + Q(dir / "path.zgly")).Status, 0);
+    EXPECT_EQ(FileBytes(dir / "path.zgly"), FileBytes(dir / "name.zgly"));
+
     const std::string inter = "/usr/share/fonts/truetype/inter-vf/Inter.var.ttf";
     if (!std::filesystem::exists(inter)) GTEST_SKIP() << "fonts-inter-variable is not installed (scripts/setup.sh installs it)";
     const std::pair<std::string, std::string> instances[] = {
