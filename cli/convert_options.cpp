@@ -24,6 +24,7 @@ const std::vector<ConvertOption> Table = {
     {"--lc-half", V::Text, G::LcHalf, I::Lc, O::None, true},
     {"--style", V::Text, G::Source, I::Font},
     {"--axis", V::Texts, G::Source, I::Font},
+    {"--coverage", V::Text, G::Source, I::Font},
     {"--from-order", V::Text, G::Source, I::Bmp, O::None, true},
     {"--colors", V::Number, G::Source, I::Bmp},
     {"--size", V::Number, G::Source, I::Font},
@@ -142,6 +143,7 @@ void ApplySourceOption(SourceDraft& d, const std::string& name, const std::strin
     else if (name == "--no-soft-aa") s.SoftAA = false;
     else if (name == "--style") s.FontStyle = value;
     else if (name == "--axis") s.Axes.push_back(ParseAxis(value));
+    else if (name == "--coverage") s.LuminanceCoverage = ParseChoice(name, value, {"alpha", "luminance"}) == 1;
     else if (name == "--lc-proportional") s.LcMainFixed = false;
     else if (name == "--lc-half-proportional") s.LcHalfFixed = false;
     else if (name == "--vertical") s.LcVertical = true;

@@ -51,6 +51,7 @@ std::unique_ptr<CFontReader> CreateSourceReader(const CliSource& o) {
         auto reader = std::make_unique<CWinFontReader>(o.FontFace, o.FontSize, o.FontBpp, o.WidthType, o.FixedWidth,
                                                        o.SoftAA);
         for (const auto& [tag, value] : o.Axes) reader->Axes.push_back({tag, value});
+        reader->LuminanceCoverage = o.LuminanceCoverage;
         return reader;
     }
     case InputKind::Lc:

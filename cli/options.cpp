@@ -162,6 +162,8 @@ const char* HelpText() {
            "    --to-bmp FILE --to-order ORDER [--no-grid] [--cell WxH [--offset X,Y]] [--margins L,T[,R,B]]\n"
            "  ORDER is a path to an .xlor file or the name of a shipped one (see list-orders).\n"
            "  FILE.ttc#N is face N of a font collection; --axis sets a variable font's axis (wght=700).\n"
+           "  Colour bitmap fonts (emoji) are scaled to the size; --coverage alpha|luminance: grey levels\n"
+           "  from their coverage (default), or coverage x darkness.\n"
            "  CHARACTERS limit the run to their union (the space is always kept); each may repeat:\n"
            "    --filter FILE.xllt     a filter file (once)\n"
            "    --chars TEXT           every character of TEXT\n"

@@ -24,6 +24,7 @@ struct CliSource {
     std::string FontFace;          // --from-font
     std::string FontStyle;         // --style
     std::vector<std::pair<std::string, double>> Axes;  // --axis TAG=VALUE, in the order given
+    bool LuminanceCoverage = false;  // --coverage luminance
     int FontSize = 0;              // negative: character height (--size); positive: cell height
     int FontSizeGiven = 0;         // the number as typed after --size or --cell-height
     int FontBpp = 1;               // --levels 2|4|8|16

@@ -54,6 +54,7 @@ bool CColourLetterer::MakeGlyph(CGlyph& glyph, char16_t code) {
     if (index == 0) return false;
     Bitmap b;
     if (!Render(code, index, FT_LOAD_COLOR, b)) return false;
+    if (Luminance) DarkenByLuminance(b);
     // Edges in target pixels, x from the pen, y down from the baseline.
     const int x0 = static_cast<int>(std::floor(b.Left * Scale));
     const int x1 = static_cast<int>(std::ceil((b.Left + b.Width) * Scale));
@@ -85,4 +86,22 @@ bool CColourLetterer::MakeGlyph(CGlyph& glyph, char16_t code) {
     cell.Baseline = -y0;
     BuildGlyph(glyph, Image.data(), w, Levels, cell);
     return true;
+}
+
+void CColourLetterer::DarkenByLuminance(Bitmap& b) {
+    const FT_Bitmap& colour = Face->Face()->glyph->bitmap;
+    if (colour.pixel_mode != FT_PIXEL_MODE_BGRA || static_cast<int>(colour.width) != b.Width ||
+        static_cast<int>(colour.rows) != b.Rows)
+        return;
+    Ink.resize(static_cast<std::size_t>(b.Width) * b.Rows);
+    for (int r = 0; r < b.Rows; ++r) {
+        const uint8_t* px = colour.buffer + static_cast<long>(r) * colour.pitch;
+        for (int x = 0; x < b.Width; ++x, px += 4) {
+            // Premultiplied: the luminance already carries the alpha.
+            const int luma = (px[2] * 299 + px[1] * 587 + px[0] * 114 + 500) / 1000;
+            Ink[static_cast<std::size_t>(r) * b.Width + x] = static_cast<uint8_t>(std::max(0, px[3] - luma));
+        }
+    }
+    b.Pixels = Ink.data();
+    b.Pitch = b.Width;
 }

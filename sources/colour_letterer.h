@@ -13,7 +13,15 @@ public:
     void Prepare(const FontLocation& location, int32_t size) override;
     bool MakeGlyph(CGlyph& glyph, char16_t code) override;
 
+    // Coverage times darkness instead of coverage alone: the dark lines of a
+    // colour glyph become ink, its light fills paper.
+    bool Luminance = false;
+
 private:
+    // The rendering's alpha replaced by alpha x (1 - luminance), from the
+    // premultiplied colour FreeType left in the glyph slot.
+    void DarkenByLuminance(Bitmap& b);
+    std::vector<uint8_t> Ink;
     // Target pixels per strike pixel.
     double Scale = 1;
     std::vector<uint8_t> Image;

@@ -66,8 +66,12 @@ void CWinFontReader::Read(CFontData& font, const CFontFilter& filter) {
                                  "not %d levels.",
                       request.FaceName, 1 << Bpp);
     std::unique_ptr<CLetterer> letterer;
+    if (LuminanceCoverage && !colour)
+        ReportWarning(g_pPgCtrl, "Font(%s) has no colour bitmaps: luminance coverage changes nothing.", request.FaceName);
     if (colour) {
-        letterer = std::make_unique<CColourLetterer>();
+        auto colours = std::make_unique<CColourLetterer>();
+        colours->Luminance = LuminanceCoverage;
+        letterer = std::move(colours);
     } else if (bpp == 1) {
         letterer = std::make_unique<CRasterLetterer>();
     } else {

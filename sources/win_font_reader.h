@@ -33,4 +33,6 @@ public:
     // Design-axis values of a variable font, set over its default or the
     // named instance the face name leads to.
     std::vector<FontAxisSetting> Axes;
+    // Colour bitmap glyphs: grey levels from coverage x darkness, not coverage.
+    bool LuminanceCoverage = false;
 };

@@ -218,10 +218,12 @@ TEST(CliFontFiles, NewOptionsAreDocumentedAndTakenByRecipes) {
     CScratchDir dir;
     const std::string help = RunCli(dir, "--help").Out;
     const std::string man = Slurp(GLYPHWRIGHT_TEST_DATA "/../data/man/glyphwright-cli.1");
-    for (const char* text : {"--chars-encoding utf-8|utf-16|shift_jis|cp1252", "--axis TAG=VALUE", "FILE.ttc#N"})
+    for (const char* text : {"--chars-encoding utf-8|utf-16|shift_jis|cp1252", "--axis TAG=VALUE", "FILE.ttc#N",
+                             "--coverage alpha|luminance"})
         EXPECT_NE(help.find(text), std::string::npos) << text;
     for (const char* text : {".BI \\-\\-chars\\-encoding ", ".BI \\-\\-axis ", ".IB FILE.ttc # N", ".SS check\n", ".B info \\-\\-chars\n",
-                             ".BI \\-\\-width \" glyph|keep-space|margin|fixed\""})
+                             ".BI \\-\\-width \" glyph|keep-space|margin|fixed\"",
+                             ".BI \\-\\-coverage \" alpha|luminance\""})
         EXPECT_NE(man.find(text), std::string::npos) << text;
     WriteText(dir / "glyphwright.toml", "[[font]]\nto-zgly = \"a.zgly\"\nfrom-font = \"DejaVu Sans\"\nsize = 12\n"
                                         "chars-file = \"s.txt\"\nchars-encoding = \"shift_jis\"\n");
@@ -369,4 +371,23 @@ TEST(CliFontFiles, ColourFontsAtTheRequestedSizeInGreyLevels) {
         EXPECT_GT(levels.size(), 2u);
         EXPECT_TRUE(levels.count(15));
     }
+    // Luminance: the ball's white patches are paper, its black ones ink.
+    auto inkOf = [&](const std::string& options) {
+        auto r = RunCli(dir, "convert --from-font 'Noto Color Emoji' --size 32 --levels 16 " + options + emoji +
+                                 " --quiet --to-zgly " + Q(dir / "l.zgly"));
+        EXPECT_EQ(r.Status, 0) << r.Err;
+        auto font = ReadZgly(dir / "l.zgly");
+        const CGlyph* ball = font->FindGlyph(0x26BD);
+        int sum = 0;
+        for (int i = 0; i < ball->Ink.Width() * ball->Ink.Height(); ++i)
+            sum += static_cast<int>(PeekWideBits(ball->Pixels.data(), static_cast<std::size_t>(i) * 4, 4));
+        return sum;
+    };
+    const int alpha = inkOf(""), luminance = inkOf("--coverage luminance");
+    EXPECT_EQ(inkOf("--coverage alpha"), alpha);
+    EXPECT_LT(luminance, alpha * 3 / 4);
+    EXPECT_GT(luminance, alpha / 4);
+    auto r = RunCli(dir, "convert --from-font 'DejaVu Sans' --size 16 --coverage luminance --chars a --to-zgly " + Q(dir / "d.zgly"));
+    EXPECT_EQ(r.Err.substr(0, r.Err.find('\n')),
+              "Warning: Font(DejaVu Sans) has no colour bitmaps: luminance coverage changes nothing.");
 }
