@@ -70,6 +70,15 @@ void CheckSizeFits(const FontLocation& location, int32_t size) {
             ThrowError("Parameter Error:\n Font Size(=%d) out of range[%d ～ %d]", size, 1, MaxZglyCell);
         return;
     }
+    if (IsColourBitmapFont(location)) {
+        // Drawn scaled from the strike: the cell grows with the em.
+        const CFontFace strike(location, size);
+        const double ppem = strike.Ppem26 / 64.0;
+        const int cell = std::max(strike.Height(), strike.MaxCharWidth);
+        if (ppem <= 0 || cell <= 0 || -size * cell <= MaxZglyCell * ppem) return;
+        ThrowError("Parameter Error:\n Font Size(=%d) out of range[%d ～ %d]", -size, 1,
+                   static_cast<int>(MaxZglyCell * ppem / cell));
+    }
     if (IsBitmapOnly(location) || CFontFace(location, size).Height() <= MaxZglyCell) return;
     // The largest character height whose cell still fits; cell heights grow
     // with the size, so a halving search finds it.
