@@ -162,14 +162,17 @@ std::vector<FontFaceInfo> ListInstalledFaces() {
     if (!FcInit()) return result;
     FcPatternPtr pattern(FcPatternCreate());
     FcObjectSetPtr objects(FcObjectSetBuild(FC_FAMILY, FC_SCALABLE, FC_OUTLINE, FC_PIXEL_SIZE, FC_FILE, FC_INDEX,
-                                            FC_LANG, FC_STYLE, FC_VARIABLE, nullptr));
+                                            FC_LANG, FC_STYLE, FC_VARIABLE, FC_COLOR, nullptr));
     FcFontSetPtr fonts(FcFontList(nullptr, pattern.get(), objects.get()));
     if (!fonts) return result;
 
     std::map<std::string, Family> families;
     for (int i = 0; i < fonts->nfont; ++i) {
         FcPattern* font = fonts->fonts[i];
-        const bool isScalable = IsScalablePattern(font);
+        // Colour bitmaps are drawn at any size, in grey levels, as outlines are.
+        FcBool colour = FcFalse;
+        FcPatternGetBool(font, FC_COLOR, 0, &colour);
+        const bool isScalable = IsScalablePattern(font) || colour;
         FcChar8* file = nullptr;
         int index = 0;
         FcPatternGetString(font, FC_FILE, 0, &file);

@@ -387,6 +387,8 @@ TEST(CliFontFiles, ColourFontsAtTheRequestedSizeInGreyLevels) {
     EXPECT_EQ(inkOf("--coverage alpha"), alpha);
     EXPECT_LT(luminance, alpha * 3 / 4);
     EXPECT_GT(luminance, alpha / 4);
+    // Listed (and offered by the window) like an outline font: any size, any levels.
+    EXPECT_NE(RunCli(dir, "list-fonts").Out.find("\nNoto Color Emoji\tscalable\t"), std::string::npos);
     auto r = RunCli(dir, "convert --from-font 'Noto Color Emoji' --size 300" + emoji + " --to-zgly " + Q(dir / "big.zgly"));
     EXPECT_EQ(r.Err, "Parameter Error:\n Font Size(=300) out of range[1 ～ 204]\n");
     r = RunCli(dir, "convert --from-font 'DejaVu Sans' --size 16 --coverage luminance --chars a --to-zgly " + Q(dir / "d.zgly"));
