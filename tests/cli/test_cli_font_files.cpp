@@ -133,6 +133,13 @@ TEST(CliFontFiles, BitmapFontsAtTheirOwnSizesLevelsAndCodes) {
                                                    ") has bitmap strikes only: it is read at 1 bit per pixel (2 levels), not 16 levels.");
     EXPECT_NE(r.Err.find(", 1 bit per pixel, "), std::string::npos) << r.Err;
 
+    // JIS X 0201: half-width kana, and the yen sign where ASCII has the backslash.
+    WriteText(dir / "x0201.bdf", Bdf("JISX0201.1976", "0", {{0xB1, hollow}, {0x5C, cross}, {0x41, hollow}}));
+    r = RunCli(dir, "convert --from-font " + Q(dir / "x0201.bdf") + " --size 8 --quiet --chars '\xEF\xBD\xB1\xC2\xA5" "A\\'" +
+                        ToZgly(dir, "x.zgly"));
+    ASSERT_EQ(r.Status, 0) << r.Err;
+    EXPECT_EQ(RunCli(dir, "info --chars " + Q(dir / "x.zgly")).Out, "U+0041\tA\nU+00A5\t\xC2\xA5\nU+FF71\t\xEF\xBD\xB1\n");
+
     // A character set without a table: one message, no output.
     WriteText(dir / "ksc.bdf", Bdf("KSC5601.1987", "0", {{0x2422, hollow}}));
     r = RunCli(dir, "convert --from-font " + Q(dir / "ksc.bdf") + " --size 8 --chars あ" + ToZgly(dir, "k.zgly"));
