@@ -98,7 +98,7 @@ def main():
         got = os.path.join(downloads, "DejaVuSans.zgly")
         wait_for(driver, lambda d: os.path.exists(got), 20)
         subprocess.run([native, "convert", "--from-font", DEJAVU, "--size", "16", "--levels", "16",
-                        "--width", "glyph", "--to-zgly", os.path.join(work, "native.zgly"), "--encoding", "utf-16",
+                        "--to-zgly", os.path.join(work, "native.zgly"),
                         "--chars", "Hello, world", "--quiet"], check=True)
         with open(got, "rb") as a, open(os.path.join(work, "native.zgly"), "rb") as b:
             if a.read() != b.read():

@@ -153,7 +153,10 @@ function inputArgs(files) {
   const put = (f) => { files[f.name] = f.bytes; return f.name; };
   switch (currentTabs.in) {
   case "in-font": {
-    const args = ["--from-font", put(need("font-file", "Font file")), "--size", $("font-size").value,
+    // A collection's face other than the first is named FILE#N.
+    const face = Number($("font-face").value) || 0;
+    const file = put(need("font-file", "Font file")) + (face > 0 ? "#" + face : "");
+    const args = ["--from-font", file, "--size", $("font-size").value,
       "--levels", $("font-levels").value, "--width", $("font-width").value];
     if ($("font-width").value === "fixed") args.push("--fixed-width", $("font-fixed").value);
     if ($("font-style").value.trim()) args.push("--style", $("font-style").value.trim());
