@@ -1,5 +1,6 @@
 #include "cli/build_command.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -58,8 +59,36 @@ BuildOptions ParseBuildOptions(const std::vector<std::string>& args) {
 // that turns them into the font.
 uint64_t SettingsHash(const RecipeFont& font) {
     std::string text = GLYPHWRIGHT_VERSION;
-    for (const auto& a : font.Expanded) text += '\0' + a;
+    for (std::size_t i = 0; i < font.Expanded.size(); ++i) {
+        // The same bytes at any thread count.
+        if (font.Expanded[i] == "--threads") {
+            ++i;
+            continue;
+        }
+        text += '\0' + font.Expanded[i];
+    }
     return HashText(text);
+}
+
+// The cores are one budget: the fonts built at once share them, so that a
+// build never renders on more threads than the machine has cores (one a
+// font at least). A font's own `threads` is the most it takes.
+void ShareThreads(std::vector<BuildJob>& jobs, int parallel) {
+    if (jobs.empty()) return;
+    const int cores = static_cast<int>(std::max(1u, std::thread::hardware_concurrency()));
+    const int running = std::min(parallel, static_cast<int>(jobs.size()));
+    const int share = std::max(1, cores / running);
+    for (BuildJob& job : jobs) {
+        auto given = std::find(job.Args.begin(), job.Args.end(), "--threads");
+        if (given == job.Args.end()) {
+            job.Args.insert(job.Args.end(), {"--threads", std::to_string(share)});
+        } else if (given + 1 != job.Args.end()) {
+            // A value convert refuses stays as it is, for convert's own message.
+            char* end = nullptr;
+            const long n = std::strtol(given[1].c_str(), &end, 10);
+            if (*end == '\0' && n > share) given[1] = std::to_string(share);
+        }
+    }
 }
 
 // Fonts often share a file (one face, one text of the game): each is read
@@ -179,6 +208,7 @@ int RunBuildCommand(const std::vector<std::string>& args) {
         std::error_code ec;
         fs::create_directories(before[f].Output.Path.parent_path(), ec);
     }
+    ShareThreads(jobs, options.Jobs);
     int built = 0, failed = 0, canceled = 0;
     bool finished = RunBuildJobs(jobs, options.Jobs, recipe.Folder, [&](std::size_t job, const BuildJobResult& r) {
         const RecipeFont& font = recipe.Fonts[jobFont[job]];

@@ -33,6 +33,7 @@ struct CliSource {
     bool LcMainFixed = true;
     bool LcHalfFixed = true;
     bool LcVertical = false;
+    int Threads = 0;               // the run's --threads, for a font
 };
 
 // Code points FIRST..LAST of a --range, both included.
@@ -70,6 +71,7 @@ struct CliOptions {
     std::vector<std::string> CharsFiles;  // --chars-file
     std::vector<CliCodeRange> Ranges;     // --range
     bool Quiet = false;
+    int Threads = 0;               // --threads; 0: every core
 
     // Any of --filter, --chars, --chars-file, --range.
     bool SelectsChars() const { return FilterGiven || !Chars.empty() || !CharsFiles.empty() || !Ranges.empty(); }

@@ -9,6 +9,7 @@
 #include "core/pg_ctrl.h"
 #include "sources/font_face.h"
 #include "sources/letterer.h"
+#include "sources/parallel_lettering.h"
 
 void CWinFontReader::CheckParameters() {
     if (FaceName.empty()) ThrowError("Internal Error:\n Font is not selected.");
@@ -34,26 +35,34 @@ void CWinFontReader::Read(CFontData& font, const CFontFilter& filter) {
     // A face of bitmap strikes has no grey levels: it is read at 2 levels
     // whatever was asked, as the window's level list offers only that.
     const int32_t bpp = IsBitmapOnly(location) ? 1 : Bpp;
-    std::unique_ptr<CLetterer> letterer;
-    if (bpp == 1) {
-        letterer = std::make_unique<CRasterLetterer>();
-    } else {
-        auto vector = std::make_unique<CVectorLetterer>();
-        vector->SoftAA = SoftAA;
-        letterer = std::move(vector);
-    }
+    auto makeLetterer = [&]() -> std::unique_ptr<CLetterer> {
+        std::unique_ptr<CLetterer> letterer;
+        if (bpp == 1) {
+            letterer = std::make_unique<CRasterLetterer>();
+        } else {
+            auto vector = std::make_unique<CVectorLetterer>();
+            vector->SoftAA = SoftAA;
+            letterer = std::move(vector);
+        }
+        letterer->Setup(bpp, WidthType, FixedWidth, request.Vertical);
+        letterer->Prepare(location, Size);
+        return letterer;
+    };
     font.IsVertical.Set(request.Vertical);
-    letterer->Setup(bpp, WidthType, FixedWidth, request.Vertical);
-    letterer->Prepare(location, Size);
+    std::unique_ptr<CLetterer> letterer = makeLetterer();
 
-    // A glyph that MakeGlyph left untouched serves the next code.
-    std::unique_ptr<CGlyph> glyph;
-    for (uint32_t code = 0; code < 0xFFFF; ++code) {
-        g_pPgCtrl->StepProgress(1);
-        if (filter.IsExcluded(static_cast<uint16_t>(code))) continue;
-        if (!glyph) glyph = std::make_unique<CGlyph>();
-        if (letterer->MakeGlyph(*glyph, static_cast<char16_t>(code)))
-            font.AddGlyph(std::move(glyph), static_cast<uint16_t>(code));
+    if (const int threads = ResolveThreadCount(Threads); threads > 1) {
+        LetterInParallel(threads, *letterer, makeLetterer, font, filter);
+    } else {
+        // A glyph that MakeGlyph left untouched serves the next code.
+        std::unique_ptr<CGlyph> glyph;
+        for (uint32_t code = 0; code < 0xFFFF; ++code) {
+            g_pPgCtrl->StepProgress(1);
+            if (filter.IsExcluded(static_cast<uint16_t>(code))) continue;
+            if (!glyph) glyph = std::make_unique<CGlyph>();
+            if (letterer->MakeGlyph(*glyph, static_cast<char16_t>(code)))
+                font.AddGlyph(std::move(glyph), static_cast<uint16_t>(code));
+        }
     }
     letterer.reset();
     font.Bpp.Set(bpp);

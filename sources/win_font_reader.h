@@ -28,4 +28,7 @@ public:
     int32_t WidthType;
     int32_t FixedWidth;
     bool SoftAA;
+    // Rendering threads, each with a face of its own; 0: every core. The
+    // glyphs are the same at any count.
+    int32_t Threads = 0;
 };

@@ -175,6 +175,12 @@ TEST(Build, RebuildsOnlyWhatChanged) {
              WriteText(dir / "glyphwright.toml", text.replace(text.find("rotation = 90"), 13, "rotation = 180"));
          },
          "", {yes, no, no, summary(1, 2)}, {true, false, false, true}},
+        {"a thread count added: the same bytes, nothing to do",
+         [&] {
+             std::string text = ThreeFonts;
+             WriteText(dir / "glyphwright.toml", text.replace(text.find("rotation = 90"), 13, "rotation = 180\nthreads = 3"));
+         },
+         "", {no, no, no, summary(0, 3)}, {false, false, false, false}},
         {"an output removed", [&] { fs::remove(dir / "out/b.bmp"); }, "", {no, no, yes, summary(1, 2)},
          {false, false, true, false}},
         {"a source font replaced", [&] { MakeFont(dir, "b.zgly", {.Kana = 20, .Seed = 3}); }, "", {no, yes, yes, summary(2, 1)},
