@@ -22,8 +22,8 @@ namespace {
 constexpr uint32_t CodeCount = 0xFFFF;  // 0xFFFF itself is never a character
 // Small enough that the calling thread, rendering a chunk of its own, comes
 // back to the progress (and a cancel request) within milliseconds even at
-// large sizes; large enough that claiming one costs nothing.
-constexpr uint32_t ChunkCodes = 64;
+// hundreds of pixels; large enough that claiming one costs next to nothing.
+constexpr uint32_t ChunkCodes = 16;
 constexpr uint32_t ChunkCount = (CodeCount + ChunkCodes - 1) / ChunkCodes;
 // A thread more is worth its face's set-up only with this many codes to render.
 constexpr uint32_t CodesPerThread = 256;
