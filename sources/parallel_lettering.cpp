@@ -64,10 +64,8 @@ public:
                 break;
             }
         }
-        {
-            std::lock_guard<std::mutex> lock(Mutex);
-            chunk.Done = true;
-        }
+        std::lock_guard<std::mutex> lock(Mutex);
+        chunk.Done = true;
         Changed.notify_all();
         return ok;
     }
