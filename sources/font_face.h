@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include <ft2build.h>
 #include FT_FREETYPE_H
@@ -21,7 +22,14 @@ FontRequest ParseFaceName(const std::string& faceName);
 struct FontLocation {
     std::filesystem::path File;
     int Index = 0;
+    // The file's bytes, read once for the faces of several threads (each
+    // mapping its own copy of the file would hold it once per thread); none:
+    // each face opens the file itself.
+    std::shared_ptr<const std::vector<FT_Byte>> Bytes;
 };
+// Reads the file's bytes into the location; leaves it as it was when the
+// file cannot be read whole (the faces then open it by path, as before).
+void LoadFontBytes(FontLocation& location);
 
 // An installed family (case-insensitive) or a font file that FreeType opens;
 // false when the name is neither. With a size (as CFontFace takes it), a
@@ -63,6 +71,7 @@ private:
     void SizeOutline(int32_t size);
     void SizeBitmap(int32_t size);
 
+    std::shared_ptr<const std::vector<FT_Byte>> Bytes;  // outlives the face that reads it
     FtLibraryPtr Library;
     FtFacePtr FacePtr;
 };

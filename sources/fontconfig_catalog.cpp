@@ -76,7 +76,7 @@ std::vector<FontLocation> StyleFiles(FcPattern* match, const std::string& family
         int index = 0;
         if (IsScalablePattern(font) || FcPatternGetString(font, FC_FILE, 0, &file) != FcResultMatch) continue;
         FcPatternGetInteger(font, FC_INDEX, 0, &index);
-        files.push_back({reinterpret_cast<const char*>(file), index});
+        files.push_back({reinterpret_cast<const char*>(file), index, nullptr});
     }
     return files;
 }
@@ -101,7 +101,7 @@ bool FindInstalledFamily(const std::string& family, InstalledFamilyMatch& out) {
     if (FcPatternGetString(match.get(), FC_FILE, 0, &file) != FcResultMatch) return false;
     int index = 0;
     FcPatternGetInteger(match.get(), FC_INDEX, 0, &index);
-    out.Font = {reinterpret_cast<const char*>(file), index};
+    out.Font = {reinterpret_cast<const char*>(file), index, nullptr};
     out.Scalable = IsScalablePattern(match.get());
     out.StyleFiles = out.Scalable ? std::vector<FontLocation>{} : StyleFiles(match.get(), family);
     return true;

@@ -147,21 +147,21 @@ private:
 
 }  // namespace
 
-int ResolveThreadCount(int requested) {
-    if (requested > 0) return requested;
-    return static_cast<int>(std::max(1u, std::thread::hardware_concurrency()));
+int LetteringThreads(int requested, const CFontFilter& filter) {
+    const int threads =
+        requested > 0 ? requested : static_cast<int>(std::max(1u, std::thread::hardware_concurrency()));
+    if (threads == 1) return 1;
+    uint32_t candidates = 0;
+    for (uint32_t code = 0; code < CodeCount; ++code)
+        if (!filter.IsExcluded(static_cast<uint16_t>(code))) ++candidates;
+    return std::max(1, std::min(threads, static_cast<int>(candidates / CodesPerThread)));
 }
 
 void LetterInParallel(int threads, CLetterer& first, const std::function<std::unique_ptr<CLetterer>()>& makeLetterer,
                       CFontData& font, const CFontFilter& filter) {
-    uint32_t candidates = 0;
-    for (uint32_t code = 0; code < CodeCount; ++code)
-        if (!filter.IsExcluded(static_cast<uint16_t>(code))) ++candidates;
-    const int helpers = std::min(threads - 1, static_cast<int>(candidates / CodesPerThread));
-
     CLetteringRun run(filter);
     CHelpers pool(run);
-    if (helpers > 0) pool.Start(helpers, makeLetterer);
+    pool.Start(threads - 1, makeLetterer);
     bool firstUsable = true;
     for (uint32_t index = 0; index < ChunkCount; ++index) {
         while (!run.IsDone(index)) {

@@ -10,10 +10,12 @@ class CFontData;
 class CFontFilter;
 class CLetterer;
 
-// Threads for a request: 0 is every core the machine reports.
-int ResolveThreadCount(int requested);
+// The threads worth starting for a request (0: every core the machine
+// reports) and the codes the filter lets through: one for every 256 codes
+// at most; 1 means the calling thread alone.
+int LetteringThreads(int requested, const CFontFilter& filter);
 
-// Every code 0x0000 to 0xFFFE: one progress step each, on the calling thread,
+// Every code 0x0000 to 0xFFFE, on `threads` threads (from LetteringThreads): one progress step each, on the calling thread,
 // where cancelling and any failure of a letterer surface in code order, as
 // in a one-letterer loop. `first` serves the calling thread; makeLetterer
 // builds (Setup and Prepare) one more for each further thread.

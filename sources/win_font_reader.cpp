@@ -46,6 +46,8 @@ void CWinFontReader::Read(CFontData& font, const CFontFilter& filter) {
     // A face of bitmap strikes has no grey levels: it is read at 2 levels
     // whatever was asked, as the window's level list offers only that.
     const int32_t bpp = IsBitmapOnly(location) ? 1 : Bpp;
+    const int threads = LetteringThreads(Threads, filter);
+    if (threads > 1) LoadFontBytes(location);
     auto makeLetterer = [&]() -> std::unique_ptr<CLetterer> {
         std::unique_ptr<CLetterer> letterer;
         if (bpp == 1) {
@@ -62,7 +64,7 @@ void CWinFontReader::Read(CFontData& font, const CFontFilter& filter) {
     font.IsVertical.Set(request.Vertical);
     std::unique_ptr<CLetterer> letterer = makeLetterer();
 
-    if (const int threads = ResolveThreadCount(Threads); threads > 1) {
+    if (threads > 1) {
         LetterInParallel(threads, *letterer, makeLetterer, font, filter);
     } else {
         // A glyph that MakeGlyph left untouched serves the next code.
