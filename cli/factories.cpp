@@ -49,6 +49,8 @@ std::unique_ptr<CFontReader> CreateSourceReader(const CliSource& o) {
         if (o.FontSizeGiven < 1) ThrowError("Parameter Error:\n Invalid Font Size(%d)", o.FontSizeGiven);
         auto reader = std::make_unique<CWinFontReader>(o.FontFace, o.FontSize, o.FontBpp, o.WidthType, o.FixedWidth,
                                                        o.SoftAA);
+        for (const auto& [tag, value] : o.Axes) reader->Axes.push_back({tag, value});
+        reader->LuminanceCoverage = o.LuminanceCoverage;
         reader->Threads = o.Threads;
         return reader;
     }
