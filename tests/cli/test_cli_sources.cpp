@@ -90,7 +90,8 @@ TEST(CliFonts, DejaVuAndIpaGothicMergeAsTheirOwnRuns) {
 
 // Rendering on several threads merges in code order: the file, the summary
 // line and the warnings are those of one thread, whatever the depth, the
-// direction, the soft anti-aliasing or a selection of characters.
+// direction, the soft anti-aliasing, a selection of characters, a variable
+// font's axis or a colour bitmap font.
 TEST(CliFonts, ThreadCountsMakeTheSameBytes) {
     CScratchDir dir;
     WriteText(dir / "f.xllt", "<letter-list version=\"1.0\"><body><letter>AB\u0e01\u0531\u3042\u10d0</letter>"
@@ -102,6 +103,8 @@ TEST(CliFonts, ThreadCountsMakeTheSameBytes) {
         "--from-font @IPAGothic --size 16 --levels 16 --no-soft-aa",
         "--from-font IPAGothic --size 20 --levels 8 --range U+3000-U+4FFF --filter " + Q(dir / "f.xllt"),
         "--from-font 'DejaVu Sans' --size 12 --levels 16 --from-font IPAGothic --range U+0020-U+30FF",
+        "--from-font /usr/share/fonts/truetype/inter-vf/Inter.var.ttf --axis wght=700 --size 14 --levels 4",
+        "--from-font /usr/share/fonts/truetype/noto/NotoColorEmoji.ttf --size 20 --levels 16",
     };
     for (const std::string& c : cases) {
         auto one = RunCli(dir, "convert " + c + " --threads 1 --to-zgly " + Q(dir / "1.zgly"));
