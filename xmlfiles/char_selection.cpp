@@ -4,6 +4,7 @@
 
 #include "core/font_filter.h"
 #include "core/general_exception.h"
+#include "core/utf8.h"
 #include "core/pg_ctrl.h"
 #include "xmlfiles/font_filter_handler.h"
 #include "zgly/binary_file.h"
@@ -12,27 +13,6 @@
 namespace {
 
 constexpr uint16_t Space = 0x0020;
-
-// Decodes one UTF-8 sequence at text[at]; returns its length, or 0 when the
-// bytes there are not valid UTF-8 (overlong forms and surrogates included).
-std::size_t DecodeUtf8(std::string_view text, std::size_t at, uint32_t& cp) {
-    const auto b = static_cast<unsigned char>(text[at]);
-    std::size_t len;
-    uint32_t min;
-    if (b < 0x80) { cp = b; return 1; }
-    if ((b & 0xE0) == 0xC0) { len = 2; cp = b & 0x1F; min = 0x80; }
-    else if ((b & 0xF0) == 0xE0) { len = 3; cp = b & 0x0F; min = 0x800; }
-    else if ((b & 0xF8) == 0xF0) { len = 4; cp = b & 0x07; min = 0x10000; }
-    else return 0;
-    if (at + len > text.size()) return 0;
-    for (std::size_t k = 1; k < len; ++k) {
-        const auto c = static_cast<unsigned char>(text[at + k]);
-        if ((c & 0xC0) != 0x80) return 0;
-        cp = (cp << 6) | (c & 0x3F);
-    }
-    if (cp < min || cp > 0x10FFFF || (cp >= 0xD800 && cp <= 0xDFFF)) return 0;
-    return len;
-}
 
 // Adds characters to a filter; a character the 16-bit codes cannot hold is
 // reported once however often it occurs.
@@ -57,7 +37,7 @@ public:
         std::size_t at = 0;
         if (text.substr(0, 3) == "\xEF\xBB\xBF") at = 3;
         while (at < text.size()) {
-            uint32_t cp = 0;
+            char32_t cp = 0;
             const std::size_t len = DecodeUtf8(text, at, cp);
             if (len == 0)
                 ThrowError("Parameter Error:\n %s is not valid UTF-8 (at byte offset %d).", what, static_cast<int>(at));

@@ -12,15 +12,6 @@
 
 using namespace zgly;
 
-namespace {
-
-char16_t FileCodeToUnicode(int encoding, uint16_t code) {
-    int codePage = EncodingCodePage(encoding);
-    return codePage < 0 ? static_cast<char16_t>(code) : CodePageToUnicode(codePage, code);
-}
-
-}  // namespace
-
 void CZarnicFontReader::CheckParameters() { CheckNativeFontFile(Path); }
 
 void CZarnicFontReader::Read(CFontData& font, const CFontFilter& filter) {

@@ -24,12 +24,6 @@ constexpr int MaxByte = 255;
 
 bool Given(int32_t v) { return v != NotGiven; }
 
-// The code a Unicode character has in the output encoding, 0xFFFF when none.
-uint16_t OutputCode(int encoding, uint16_t unicode) {
-    int codePage = EncodingCodePage(encoding);
-    return codePage < 0 ? unicode : UnicodeToCodePage(codePage, static_cast<char16_t>(unicode));
-}
-
 void Step(int d) {
     if (g_pPgCtrl) g_pPgCtrl->StepProgress(d);
 }
@@ -52,7 +46,7 @@ CZarnicFontWriter::OutputGlyphs CZarnicFontWriter::Recode(const CFontData& font)
     // kept and a later one that differs is reported.
     std::vector<int32_t> slotOf(0x10000, -1);
     for (const auto& glyph : font.GetGlyphs()) {
-        uint16_t code = OutputCode(Encoding, glyph->Code);
+        uint16_t code = UnicodeToFileCode(Encoding, glyph->Code);
         if (code == NoChar) {
             ReportWarning(g_pPgCtrl, "Can't represent output character('%c': U+%04X) in the specified character set.",
                           static_cast<char16_t>(glyph->Code), static_cast<int>(glyph->Code));
@@ -130,7 +124,7 @@ void CZarnicFontWriter::AddFontInfo(const CFontData& font, const OutputGlyphs& g
     else if (font.AlternateChar.Specified && font.AlternateChar.Value != NoChar)
         a = font.AlternateChar.Value;
     if (a != NoChar) {
-        uint16_t code = OutputCode(Encoding, a);
+        uint16_t code = UnicodeToFileCode(Encoding, a);
         if (code == NoChar)
             ThrowError("Parameter Error:\n Can't represent AlternateChar('%c': U+%04X) in the target character set.\n "
                        "Please use Unicode character set or other AlternateChar.",
