@@ -71,7 +71,6 @@ private:
 };
 
 double RunMs(CBenchFrontEnd& frontEnd, CPgCtrl& pg) {
-    g_pPgCtrl = &pg;
     const auto start = std::chrono::steady_clock::now();
     if (RunConversion(frontEnd, pg) != ConversionOutcome::Finished) std::exit(1);
     return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();

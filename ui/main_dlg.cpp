@@ -69,7 +69,6 @@ QToolButton* MakeArrowButton(QWidget* parent, Qt::ArrowType arrow, const QString
 }  // namespace
 
 CMainDlg::CMainDlg(std::filesystem::path settingsPath) : Settings(std::move(settingsPath)) {
-    g_pPgCtrl = this;
     Messages = std::make_unique<CWarningWnd>(Settings, this);
     Preview = std::make_unique<CPreviewWnd>(Settings, this);
     if (!Settings.Exists()) ShowLicenceNotice();
@@ -94,9 +93,7 @@ CMainDlg::CMainDlg(std::filesystem::path settingsPath) : Settings(std::move(sett
     adjustSize();
 }
 
-CMainDlg::~CMainDlg() {
-    if (g_pPgCtrl == this) g_pPgCtrl = nullptr;
-}
+CMainDlg::~CMainDlg() = default;
 
 void CMainDlg::BuildLayout() {
     auto* root = MakeChild<QVBoxLayout>(this);

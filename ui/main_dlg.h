@@ -77,6 +77,8 @@ public:
 
     CSettingsStore Settings;
     GlyphOrderList GlyphOrders;
+    // The window is the progress interface of everything while it lives.
+    CPgCtrlScope PgScope{*this};
     std::unique_ptr<CWarningWnd> Messages;
     std::unique_ptr<CPreviewWnd> Preview;
 

@@ -24,9 +24,7 @@ constexpr int MaxByte = 255;
 
 bool Given(int32_t v) { return v != NotGiven; }
 
-void Step(int d) {
-    if (g_pPgCtrl) g_pPgCtrl->StepProgress(d);
-}
+void Step(int d) { g_pPgCtrl->StepProgress(d); }
 
 }  // namespace
 
@@ -82,13 +80,11 @@ void CZarnicFontWriter::CheckDefaultWidths(const CFontData& font) const {
 
 void CZarnicFontWriter::Write(CFontData& font, const CGlyphOrder& order) {
     (void)order;
-    if (g_pPgCtrl) {
-        g_pPgCtrl->SetStatus(" Writing ZARNIC Font...");
-        g_pPgCtrl->ResetProgress();
-    }
+    g_pPgCtrl->SetStatus(" Writing ZARNIC Font...");
+    g_pPgCtrl->ResetProgress();
     const OutputGlyphs glyphs = Recode(font);
     CheckDefaultWidths(font);
-    if (g_pPgCtrl) g_pPgCtrl->SetProgressRange(3 * static_cast<int>(glyphs.size()));
+    g_pPgCtrl->SetProgressRange(3 * static_cast<int>(glyphs.size()));
     CheckCellLimits(font);
 
     // Everything but the glyph cells is made first; the cells, tens of

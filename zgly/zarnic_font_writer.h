@@ -11,9 +11,6 @@
 class CBinaryFile;
 class CFontBlockSet;
 
-// A numeric parameter that is not given; the font's own value is used.
-inline constexpr int32_t NotGiven = 0xFFFF;
-
 class CZarnicFontWriter : public CFontWriter {
 public:
     CZarnicFontWriter(std::filesystem::path path, uint16_t alternateChar, int32_t lineHeight, int32_t defaultWidth,

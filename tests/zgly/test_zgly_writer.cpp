@@ -75,7 +75,7 @@ TEST(ZglyWriter, ParameterChecksAndTheFontsSizeEdges) {
     // The font's own sizes at their edges, from glyphs that make them:
     // {ascent of A, ascent of B (1 x 1 ink each), A's reach, A's advance}.
     CHeadlessPgCtrl pg;
-    g_pPgCtrl = &pg;
+    CPgCtrlScope scope(pg);
     auto sized = [](int ascentA, int ascentB, int reach, int advance) {
         auto font = std::make_unique<CFontData>();
         font->Bpp.Set(1);
@@ -116,7 +116,6 @@ TEST(ZglyWriter, ParameterChecksAndTheFontsSizeEdges) {
     EXPECT_EQ(Write(*low, out), e + "Baseline position(=-129) under -128.");
     EXPECT_EQ(Write(*sized(3, 1, 3, 4), out, u'Z'),
               e + "Specified AlternateChar('Z' : U+005A) is not included in the Font");
-    g_pPgCtrl = nullptr;
 }
 
 // The width entries follow the turned cell.
