@@ -4,11 +4,9 @@
 
 #include <cstdint>
 
+#include "bmpfont/bmp_header.h"
 #include "bmpfont/bmp_image.h"
 #include "zgly/binary_file.h"
-
-inline constexpr uint32_t BmpFileHeaderBytes = 14;
-inline constexpr uint32_t BmpInfoHeaderBytes = 40;
 
 // Opens, reads and closes the file; the image holds its rows top row first.
 void LoadBmp(CBinaryFile& file, CBmpImage& image);
