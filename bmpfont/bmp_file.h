@@ -1,5 +1,6 @@
-// BMP files: loading any uncompressed 1- to 32-bit picture into a CBmpImage
-// (top row first) and saving an 8-bit palette picture.
+// BMP files as CBmpImage: loading an uncompressed 1- to 32-bit picture (top
+// row first) and saving an 8-bit palette picture. Compressed and bit-field
+// pictures are read by bmp_decoders.
 #pragma once
 
 #include <cstdint>

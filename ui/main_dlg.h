@@ -1,6 +1,7 @@
 // The one window of the program: input tabs, filter row, output tabs,
-// progress, status and Convert. It runs conversions on its own thread,
-// pumping events from the progress calls so that Cancel can be pressed.
+// progress, status and Convert. It is also the progress interface and the
+// front end of the conversions it runs, on the window's own thread, pumping
+// events from the progress calls so that Cancel can be pressed.
 #pragma once
 
 #include <array>

@@ -26,7 +26,7 @@ std::unique_ptr<CGlyph> BoxGlyph(int cw, int ch, int x0, int y0, int x1, int y1,
 std::string Write(CFontData& font, const std::filesystem::path& path, uint16_t alt = NotGiven) {
     std::filesystem::remove(path);
     return ErrorOf([&] {
-        CZarnicFontWriter(path, alt, NotGiven, NotGiven, NotGiven, NotGiven, 1, 0).Write(font, CGlyphOrder());
+        CZarnicFontWriter(path, {.AlternateChar = alt}).Write(font, CGlyphOrder());
     });
 }
 
@@ -64,7 +64,7 @@ TEST(ZglyWriter, ParameterChecksAndTheFontsSizeEdges) {
     CScratchDir dir;
     const std::string e = "Parameter Error:\n ";
     auto check = [&](const std::filesystem::path& path, uint16_t alt) {
-        return ErrorOf([&] { CZarnicFontWriter(path, alt, NotGiven, NotGiven, NotGiven, NotGiven, 1, 0).CheckParameters(); });
+        return ErrorOf([&] { CZarnicFontWriter(path, {.AlternateChar = alt}).CheckParameters(); });
     };
     EXPECT_EQ(check(dir / "no/x.zgly", NotGiven), e + "Directory(" + (dir / "no/").string() + ") not exists.");
     PutFile(dir / "ro.zgly", {1});
