@@ -67,7 +67,7 @@ std::unique_ptr<CFontWriter> CreateWriter(const CliOptions& o) {
         options.DefaultLeftSpace = o.DefaultLeft;
         options.DefaultWidth = o.DefaultWidth;
         options.DefaultRightSpace = o.DefaultRight;
-        options.Encoding = o.Encoding;
+        options.Encoding = static_cast<EncodingNumber>(o.Encoding);
         options.Rotation = o.Rotation;
         return std::make_unique<CZarnicFontWriter>(o.OutputPath, options);
     }

@@ -148,7 +148,7 @@ std::unique_ptr<CFontWriter> COutZarnicDlg::CreateWriter() {
     options.DefaultLeftSpace = NumberOrDefault(DefaultLeft);
     options.DefaultWidth = NumberOrDefault(DefaultWidth);
     options.DefaultRightSpace = NumberOrDefault(DefaultRight);
-    options.Encoding = encoding;
+    options.Encoding = static_cast<EncodingNumber>(encoding);
     for (int i = 1; i < 4; ++i)
         if (RotationRadios[i]->isChecked()) options.Rotation = i;
     return std::make_unique<CZarnicFontWriter>(path, options);

@@ -170,7 +170,7 @@ void CZarnicFontWriter::WriteGlyphCells(const CFontData& font, const OutputGlyph
     const bool vertical = font.Vertical();
     const std::size_t cellSize = (static_cast<std::size_t>(w) * h * bpp + 7) / 8;
 
-    const bool turned = Rotation == 1 || Rotation == 3;
+    const bool turned = Rotation == RotationClockwise || Rotation == RotationCounterClockwise;
     uint8_t head[CglpHeadSize] = {};
     head[CglpCellWidth] = static_cast<uint8_t>(turned ? h : w);
     head[CglpCellHeight] = static_cast<uint8_t>(turned ? w : h);
@@ -193,25 +193,25 @@ void CZarnicFontWriter::WriteGlyphCells(const CFontData& font, const OutputGlyph
         const int inkW = glyph.Ink.Width(), inkH = glyph.Ink.Height();
         if (!vertical) {
             RenderToCell(glyph, cell, w, h, baseline, w, bpp);
-            if (Rotation == 1) {
+            if (Rotation == RotationClockwise) {
                 RotateClockwise(cell, cell, w, h, bpp);
-            } else if (Rotation == 2) {
+            } else if (Rotation == RotationHalf) {
                 // Turned half round, the ink must end at the left edge again.
                 std::fill(scratch.begin(), scratch.end(), 0);
                 CopyRect(scratch.data(), cell, w, w, 0, 0, inkW, h, w - inkW, 0, bpp);
                 Rotate180(cell, scratch.data(), w, h, bpp);
-            } else if (Rotation == 3) {
+            } else if (Rotation == RotationCounterClockwise) {
                 RotateCounterClockwise(cell, cell, w, h, bpp);
             }
         } else {
             RenderToCell(glyph, cell, w, h, glyph.Ascent, baseline, bpp);
-            if (Rotation == 1) {
+            if (Rotation == RotationClockwise) {
                 std::fill(scratch.begin(), scratch.end(), 0);
                 CopyRect(scratch.data(), cell, w, w, 0, 0, w, inkH, 0, h - inkH, bpp);
                 RotateClockwise(cell, scratch.data(), w, h, bpp);
-            } else if (Rotation == 2) {
+            } else if (Rotation == RotationHalf) {
                 Rotate180(cell, cell, w, h, bpp);
-            } else if (Rotation == 3) {
+            } else if (Rotation == RotationCounterClockwise) {
                 RotateCounterClockwise(cell, cell, w, h, bpp);
             }
         }
@@ -230,9 +230,9 @@ CharWidths CZarnicFontWriter::WidthEntry(const CFontData& work, const CGlyph& g)
         left = g.LeftSpace;
         charWidth = g.LeftSpace + w + g.RightSpace;
         extent = w;
-        if (Rotation == 1)
+        if (Rotation == RotationClockwise)
             glyphWidth = work.CellHeight.Value - baseline + g.Ascent;
-        else if (Rotation == 3)
+        else if (Rotation == RotationCounterClockwise)
             glyphWidth = h + baseline - g.Ascent;
         else
             glyphWidth = w;
@@ -240,9 +240,9 @@ CharWidths CZarnicFontWriter::WidthEntry(const CFontData& work, const CGlyph& g)
         left = g.TopSpace;
         charWidth = g.TopSpace + h + g.BottomSpace;
         extent = h;
-        if (Rotation == 0)
+        if (Rotation == RotationNone)
             glyphWidth = g.RightExtent - baseline + work.CellWidth.Value;
-        else if (Rotation == 2)
+        else if (Rotation == RotationHalf)
             glyphWidth = w - g.RightExtent + baseline;
         else
             glyphWidth = h;

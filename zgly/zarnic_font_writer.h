@@ -20,8 +20,8 @@ struct ZglyWriterOptions {
     int32_t DefaultLeftSpace = NotGiven;
     int32_t DefaultWidth = NotGiven;
     int32_t DefaultRightSpace = NotGiven;
-    int32_t Encoding = EncodingUtf16;
-    // Quarter turns clockwise, 0 to 3.
+    EncodingNumber Encoding = EncodingUtf16;
+    // A zgly::CellRotation, 0 to 3.
     int32_t Rotation = 0;
 };
 
@@ -45,7 +45,7 @@ public:
     int32_t DefaultLeftSpace;
     int32_t DefaultRightSpace;
     int32_t Rotation;
-    int32_t Encoding;
+    EncodingNumber Encoding;
 
 private:
     // A glyph of the font under its output code; its position in the sorted

@@ -67,6 +67,14 @@ inline constexpr uint16_t MethodScan = 2;
 
 inline constexpr uint16_t NoGlyph = 0xFFFF;
 
+// How the cells are turned in the file (the CGLP flags hold it doubled).
+enum CellRotation : int32_t {
+    RotationNone = 0,
+    RotationClockwise = 1,  // a quarter turn clockwise
+    RotationHalf = 2,
+    RotationCounterClockwise = 3,  // a quarter turn counter-clockwise
+};
+
 // A block's size in a file: header plus content, padded to a multiple of 4.
 inline uint32_t PaddedBlockSize(uint32_t contentLength) { return BlockHeaderSize + ((contentLength + 3) & ~3u); }
 

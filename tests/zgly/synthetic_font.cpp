@@ -71,7 +71,7 @@ void WriteSyntheticZgly(CFontData& font, const std::filesystem::path& path, int 
                         CPgCtrl* pg) {
     CPgScope scope(pg);
     if (!font.CellWidth.Specified) font.PrepareForOutput();
-    CZarnicFontWriter writer(path, {.Encoding = encoding, .Rotation = rotation});
+    CZarnicFontWriter writer(path, {.Encoding = static_cast<EncodingNumber>(encoding), .Rotation = rotation});
     writer.CheckParameters();
     writer.Write(font, CGlyphOrder());
 }
