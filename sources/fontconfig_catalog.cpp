@@ -79,7 +79,7 @@ void AddFaceDetails(Family& f, FcPattern* font, const std::string& file, int ind
     // Files of one family may vary along different axes: the one with most is shown.
     FcBool variable = FcFalse;
     if (FcPatternGetBool(font, FC_VARIABLE, 0, &variable) != FcResultMatch || !variable) return;
-    const auto axes = FontAxes({file, index & 0xFFFF, {}});
+    const auto axes = FontAxes({file, index & 0xFFFF, {}, nullptr});
     if (axes.size() <= f.Axes.size()) return;
     f.Axes.clear();
     for (const auto& a : axes) f.Axes.push_back({a.Tag, a.Min, a.Default, a.Max});
