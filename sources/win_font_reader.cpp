@@ -33,8 +33,8 @@ void CWinFontReader::CheckParameters() {
     if (FaceName.empty()) ThrowError("Internal Error:\n Font is not selected.");
     if (Size == 0) ThrowError("Parameter Error:\n Invalid Font Size(%d)", 0);
     if (Bpp < 1 || Bpp > 5) ThrowError("Internal Error:\n Bpp(%d) out of range.", Bpp);
-    if (WidthType < 0 || WidthType > 3) ThrowError("Internal Error:\n Invalid GlyphWidth Type(%d)", WidthType);
-    if (WidthType == 3 && FixedWidth <= 0) ThrowError("Parameter Error:\n Invalid fixed width(%d)", FixedWidth);
+    if (WidthType < 0 || WidthType >= GlyphWidthTypeCount) ThrowError("Internal Error:\n Invalid GlyphWidth Type(%d)", WidthType);
+    if (WidthType == WidthFixed && FixedWidth <= 0) ThrowError("Parameter Error:\n Invalid fixed width(%d)", FixedWidth);
     const std::string name = ParseFaceName(FaceName).FaceName;
     FontLocation location;
     if (!ResolveFontName(name, location, Size)) {
