@@ -31,12 +31,12 @@ cell-width-256 | zgly/zarnic_font_writer.cpp | s/font\.CellWidth\.Value > MaxByt
 bmp-file-size-field | bmpfont/bmp_file.cpp | s/BmpFileHeaderBytes \+ BmpInfoHeaderBytes \+ paletteBytes \+ image\.ImageSize/BmpFileHeaderBytes + BmpInfoHeaderBytes + image.ImageSize/
 bmp-palette-index-0 | bmpfont/grid_warnings.cpp | s/index == 0 \? white : index/index/
 two-whites-warning-dropped | bmpfont/bmp_font_reader.cpp | s/ReportWarning\(g_pPgCtrl, "2 or more white colors are found."\);/;/
-permissions-lost | platform/posix/save_target.cpp | s/::fchmod\(Fd, old\.st_mode & 07777\);/;/
+permissions-lost | platform/posix/save_target.cpp | s/::fchmod\(fd, old\.st_mode & 07777\);/;/
 order-file-listed-twice | xmlfiles/glyph_order_files.cpp | s/if \(std::any_of\(list\.begin/if (false \&\& std::any_of(list.begin/
 history-beyond-ten | ui/path_history.cpp | s/std::min<std::size_t>\(Items\.size\(\), Capacity\)/Items.size()/
 shift-jis-name | core/codepage.cpp | s/return "Shift_JIS";/return "Shift-JIS";/
 grid-palette-grey | bmpfont/bmp_font_layout.cpp | s/\(n - 1 - i\) \* 255 \/ \(n - 1\)/(n - i) * 255 \/ n/
-x-bmp-pixel-offset | bmpfont/bmp_file.cpp | s/Put32\(fileHeader \+ 10, BmpFileHeaderBytes \+ BmpInfoHeaderBytes \+ paletteBytes\)/Put32(fileHeader + 10, BmpFileHeaderBytes + BmpInfoHeaderBytes + paletteBytes - 4)/
+x-bmp-pixel-offset | bmpfont/bmp_file.cpp | s/PutU32\(fileHeader \+ 10, BmpFileHeaderBytes \+ BmpInfoHeaderBytes \+ paletteBytes\)/PutU32(fileHeader + 10, BmpFileHeaderBytes + BmpInfoHeaderBytes + paletteBytes - 4)/
 x-zgly-file-size-field | zgly/font_block_file.cpp | s/PutU32\(header \+ 8, WriteOffset\)/PutU32(header + 8, WriteOffset - 4)/
 x-zgly-version-written | zgly/font_block_file.cpp | s/PutU16\(header \+ 6, Version\)/PutU16(header + 6, 0x0100)/
 x-cmap-next-offset | zgly/zarnic_font_writer.cpp | s/i \+ 1 < cmap\.size\(\) \? cmap\[i \+ 1\] : 0/i + 1 < cmap.size() ? cmap[i] : 0/
@@ -52,6 +52,58 @@ x-grid-centring | bmpfont/grid_placement.cpp | s/std::max\(g\.LeftSpace, 0\)\) \
 x-lc-half-turn | sources/lc_font_reader.cpp | s/if \(Vertical\) RotateClockwise/if (Vertical) RotateCounterClockwise/
 y-bmp-4bit-nibbles | bmpfont/bmp_image.cpp | s/\? \(row\[x \/ 2\] >> 4\) : \(row\[x \/ 2\] & 0x0F\)/? (row[x \/ 2] \& 0x0F) : (row[x \/ 2] >> 4)/
 y-bit-read-split | core/bit_stream.cpp | s/return \(high << rest\) \| low;/return (high << (rest + 1)) | low;/
+r3-strike-sizes-joined | sources/font_source_checks.cpp | s/\(text\.empty\(\) \? "" : ", "\) \+ std::to_string\(s\)/(text.empty() ? "" : ",") + std::to_string(s)/
+r3-face-number-edge | sources/font_source_checks.cpp | s/if \(faceNumber >= faces\)/if (faceNumber > faces)/
+r3-face-count-message | sources/font_source_checks.cpp | s/FormatString\("faces #0 ～ #%d", faces - 1\)/FormatString("faces #0 ～ #%d", faces)/
+r3-axis-max-edge | sources/font_source_checks.cpp | s/setting\.Value > axis->Max\)/setting.Value >= axis->Max)/
+r3-axis-value-zeros | sources/font_source_checks.cpp | s/text\.erase\(text\.find_last_not_of\('0'\) \+ 1\);/;/
+r3-size-range-max | sources/font_source_checks.cpp | s/if \(size > MaxZglyCell\)\n/if (size > MaxZglyCell + 1)\n/
+r3-size-range-advice | sources/font_source_checks.cpp | s/-size, 1, low\);/-size, 1, high);/
+r3-jis0201-yen | sources/bitmap_charset.cpp | s/if \(u == 0x00A5\) return 0x5C;/if (u == 0x00A5) return 0;/
+r3-jis0208-cell | sources/bitmap_charset.cpp | s/\(cell \+ 0x20\)\)/(cell + 0x21))/
+r3-jis0208-trail-split | sources/bitmap_charset.cpp | s/if \(trail >= 0x9F\)/if (trail > 0x9F)/
+r3-cp1252-bdf-refused | sources/bitmap_charset.cpp | s/encoding == "cp1252"\)/encoding == "1252")/
+r3-levels-warning-number | sources/win_font_reader.cpp | s/request\.FaceName, 1 << Bpp\);/request.FaceName, Bpp);/
+r3-luminance-ignored | sources/win_font_reader.cpp | s/colours->Luminance = LuminanceCoverage;/colours->Luminance = false;/
+r3-luma-red-blue | sources/colour_letterer.cpp | s/px\[2\] \* 299 \+ px\[1\] \* 587 \+ px\[0\] \* 114/px[0] * 299 + px[1] * 587 + px[2] * 114/
+r3-colour-level-rounding | sources/colour_letterer.cpp | s/\(v \* MaxLevel\(\) \+ 127\) \/ 255/(v * MaxLevel()) \/ 255/
+r3-colour-cell-height-as-em | sources/colour_letterer.cpp | s/size > 0 \? Face->Height\(\) : Face->Ppem26/size > 0 ? Face->Ppem26 \/ 64.0 : Face->Ppem26/
+r3-parallel-chunk-end | sources/parallel_lettering.cpp | s/for \(uint32_t code = index \* ChunkCodes; code < end; \+\+code\) \{\n(\s*)if \(Stop/for (uint32_t code = index * ChunkCodes; code + 1 < end; ++code) {\n$1if (Stop/
+r3-parallel-filter-ignored | sources/parallel_lettering.cpp | s/if \(Filter\.IsExcluded\(static_cast<uint16_t>\(code\)\)\) continue;/;/
+r3-threads-256 | cli/convert_options.cpp | s/o\.Threads > 256\)/o.Threads > 255)/
+r3-axis-tag-length | cli/convert_options.cpp | s/tag\.size\(\) > 4/tag.size() > 3/
+r3-coverage-inverted | cli/convert_options.cpp | s/\{"alpha", "luminance"\}\) == 1/{"alpha", "luminance"}) == 0/
+r3-width-type-not-inherited | cli/convert_options.cpp | s/if \(firstFont && !d\.Seen\.count\("--width"\)\) s\.WidthType = firstFont->WidthType;/;/
+r3-fixed-width-not-inherited | cli/convert_options.cpp | s/if \(firstFont && !d\.Seen\.count\("--fixed-width"\)\) s\.FixedWidth = firstFont->FixedWidth;/;/
+r3-build-threads-not-shared | cli/build_command.cpp | s/std::max\(1, cores \/ running\)/std::max(1, cores)/
+r3-recipe-threads-uncapped | cli/build_command.cpp | s/n > share\) value = /n > share + 1024) value = /
+r3-threads-in-settings-hash | cli/build_command.cpp | s/if \(i != threads && i != threads \+ 1\) text/if (i != threads) text/
+r3-check-exit-status | cli/check_command.cpp | s/return coverage\.Lacking\.empty\(\) \? 0 : 1;/return 0;/
+r3-check-column-after-newline | cli/check_command.cpp | s/\+\+line;\n(\s*)column = 0;/++line;\n$1column = 1;/
+r3-check-count-repeats | cli/check_command.cpp | s/static_cast<int>\(coverage\.Seen\.size\(\)\)\);/static_cast<int>(coverage.Checked));/
+r3-check-bom-reported | cli/check_command.cpp | s/cp == 0xFEFF && line == 1 && column == 0/cp == 0xFEFF && line == 1 && column == 1/
+r3-check-encoding-ignored | cli/check_command.cpp | s/options\.TextEncoding, what\)/TextEncodingAuto, what)/
+r3-info-chars-json-key | cli/check_command.cpp | s/",\\"chars\\":\["/",\\"characters\\":["/
+r3-list-fonts-axis-default | cli/list_commands.cpp | s/AxisValueText\(a\.Default\)/AxisValueText(a.Min)/
+r3-list-fonts-face-paths | cli/list_commands.cpp | s/faces \+= \(faces\.empty\(\) \? "" : ","\) \+ f;/faces += f;/
+r3-utf16be-bom | core/text_decoding.cpp | s/return FromUtf16\(bytes, 2, true, what\);/return FromUtf16(bytes, 2, false, what);/
+r3-utf16-surrogate-low | core/text_decoding.cpp | s/\(low - 0xDC00\)/(low - 0xDBFF)/
+r3-decode-error-offset | core/text_decoding.cpp | s/if \(c == NoChar\) Invalid\(what, name, at\);/if (c == NoChar) Invalid(what, name, at + 1);/
+r3-utf8-overlong | core/utf8.cpp | s/if \(cp < min \|\| cp > 0x10FFFF/if (cp > 0x10FFFF/
+r3-utf8-top-edge | core/utf8.cpp | s/cp > 0x10FFFF \|\|/cp > 0x110000 ||/
+r3-above-ffff-warned-each | xmlfiles/char_selection.cpp | s/Warned\.insert\(cp\)\.second/(Warned.insert(cp), true)/
+r3-empty-selection-and | xmlfiles/char_selection.cpp | s/i \+ 1 == names\.size\(\) \? " and " : ", "/i + 1 == names.size() ? ", " : ", "/
+r3-empty-text-file-unwarned | xmlfiles/char_selection.cpp | s/if \(chars\.AddText\(text, what\) == 0\)/if (chars.AddText(text, what) == 1)/
+r3-txt-extension-case | xmlfiles/char_selection.cpp | s/c >= 'A' && c <= 'Z' \? c - 'A' \+ 'a' : c/c/
+r3-chars-file-bom-kept | xmlfiles/char_selection.cpp | s/if \(text\.substr\(0, 3\) == "\\xEF\\xBB\\xBF"\) at = 3;/;/
+r3-bmp-colors-used-field | bmpfont/bmp_header.cpp | s/GetU32\(info \+ 32\)/GetU32(info + 36)/
+r3-alt-char-not-recoded | zgly/zarnic_font_writer.cpp | s/uint16_t code = UnicodeToFileCode\(Encoding, a\);/uint16_t code = a;/
+r3-new-file-mode | platform/posix/save_target.cpp | s/::fchmod\(fd, 0666 & ~mask\);/::fchmod(fd, 0600 \& ~mask);/
+r3-hard-link-broken | platform/posix/save_target.cpp | s/old\.st_nlink > 1\)/old.st_nlink > 2)/
+r3-fresh-temp-removed | platform/posix/save_target.cpp | s/now - written > StaleAge/now - written > -StaleAge/
+r3-hangup-as-terminate | platform/posix/cancel_signals.cpp | s/case SIGHUP: return CancelSignal::HangUp;/case SIGHUP: return CancelSignal::Terminate;/
+r3-cancel-exit-not-signal | platform/posix/cancel_signals.cpp | s/std::raise\(number\);/;/
+r3-child-folder-ignored | platform/posix/child_process.cpp | s/if \(::chdir\(folder\.c_str\(\)\) != 0\) ::_exit\(127\);/;/
 LIST
 )
 
