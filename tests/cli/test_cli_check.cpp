@@ -24,12 +24,18 @@ TEST(CliCheck, ListsWhatTheFontLacksWithItsFirstUse) {
                      "\"\xE3\x81\x86\",\"source\":\"" + file + "\",\"line\":2,\"column\":5},{\"code\":\"U+1F600\","
                      "\"char\":\"\xF0\x9F\x98\x80\",\"source\":\"" + file + "\",\"line\":3,\"column\":1}]}\n");
 
-    // Everything there: status 0. A UTF-16 file is read as convert reads it.
+    // Everything there: status 0. Files are read as convert reads them: UTF-16, a UTF-8 byte-order
+    // mark that is no character, the code page --chars-encoding names.
     WriteText(dir / "le.txt", std::string("\xFF\xFE" "A\0\x41\x30\n\0", 8));
-    r = RunCli(dir, "check " + Q(font) + " --chars-file " + Q(dir / "le.txt") + " --range 0x20-0x7E");
-    EXPECT_EQ(r.Status, 0) << r.Out << r.Err;
-    EXPECT_EQ(r.Out, "");
-    EXPECT_EQ(r.Err, font.string() + " lacks 0 of the 96 characters checked.\n");
+    WriteText(dir / "bom.txt", "\xEF\xBB\xBF" "A~\n");
+    WriteText(dir / "sjis.txt", "\x82\xA0\x82\xA2");  // あい
+    for (auto [file, more, count] : {std::tuple{"le.txt", " --range 0x20-0x7E", 96}, {"bom.txt", "", 2},
+                                     {"sjis.txt", " --chars-encoding shift_jis", 2}}) {
+        r = RunCli(dir, "check " + Q(font) + " --chars-file " + Q(dir / file) + more);
+        EXPECT_EQ(r.Status, 0) << file << r.Out << r.Err;
+        EXPECT_EQ(r.Out, "");
+        EXPECT_EQ(r.Err, font.string() + " lacks 0 of the " + std::to_string(count) + " characters checked.\n");
+    }
 
     // Bad inputs: the reader's and the character options' messages, status 1; usage, status 2.
     r = RunCli(dir, "check " + Q(dir / "none.zgly") + " --chars a");

@@ -133,12 +133,22 @@ TEST(CliFontFiles, BitmapFontsAtTheirOwnSizesLevelsAndCodes) {
                                                    ") has bitmap strikes only: it is read at 1 bit per pixel (2 levels), not 16 levels.");
     EXPECT_NE(r.Err.find(", 1 bit per pixel, "), std::string::npos) << r.Err;
 
-    // JIS X 0201: half-width kana, and the yen sign where ASCII has the backslash.
-    WriteText(dir / "x0201.bdf", Bdf("JISX0201.1976", "0", {{0xB1, hollow}, {0x5C, cross}, {0x41, hollow}}));
-    r = RunCli(dir, "convert --from-font " + Q(dir / "x0201.bdf") + " --size 8 --quiet --chars '\xEF\xBD\xB1\xC2\xA5" "A\\'" +
-                        ToZgly(dir, "x.zgly"));
-    ASSERT_EQ(r.Status, 0) << r.Err;
-    EXPECT_EQ(RunCli(dir, "info --chars " + Q(dir / "x.zgly")).Out, "U+0041\tA\nU+00A5\t\xC2\xA5\nU+FF71\t\xEF\xBD\xB1\n");
+    // JIS X 0201: half-width kana, and the yen sign where ASCII has the backslash; Windows-1252: the euro at 0x80.
+    const struct {
+        const char *Registry, *Encoding;
+        std::vector<BdfChar> Chars;
+        const char *Text, *Listed;
+    } charsets[] = {
+        {"JISX0201.1976", "0", {{0xB1, hollow}, {0x5C, cross}, {0x41, hollow}}, "'\xEF\xBD\xB1\xC2\xA5" "A\\'",
+         "U+0041\tA\nU+00A5\t\xC2\xA5\nU+FF71\t\xEF\xBD\xB1\n"},
+        {"Microsoft", "CP1252", {{0x80, hollow}, {0xE9, cross}}, "'\xE2\x82\xAC\xC3\xA9'", "U+00E9\t\xC3\xA9\nU+20AC\t\xE2\x82\xAC\n"},
+    };
+    for (const auto& c : charsets) {
+        WriteText(dir / "x.bdf", Bdf(c.Registry, c.Encoding, c.Chars));
+        r = RunCli(dir, "convert --from-font " + Q(dir / "x.bdf") + " --size 8 --quiet --chars " + c.Text + ToZgly(dir, "x.zgly"));
+        ASSERT_EQ(r.Status, 0) << c.Registry << r.Err;
+        EXPECT_EQ(RunCli(dir, "info --chars " + Q(dir / "x.zgly")).Out, c.Listed) << c.Registry;
+    }
 
     // A character set without a table: one message, no output.
     WriteText(dir / "ksc.bdf", Bdf("KSC5601.1987", "0", {{0x2422, hollow}}));
@@ -299,6 +309,8 @@ TEST(CliFontFiles, CollectionFacesAndVariableInstances) {
         EXPECT_EQ(FileBytes(dir / "named.zgly"), FileBytes(dir / "axes.zgly")) << named << " / " << axes;
     }
     ASSERT_EQ(RunCli(dir, "convert --from-font " + inter + run + Q(dir / "default.zgly")).Status, 0);
+    // Both ends of a range are in it.
+    EXPECT_EQ(RunCli(dir, "convert --from-font " + inter + " --axis wght=900 --axis slnt=0" + run + Q(dir / "x.zgly")).Status, 0);
     EXPECT_NE(FileBytes(dir / "default.zgly"), FileBytes(dir / "axes.zgly"));
     const std::pair<std::string, std::string> wrong[] = {
         {"--from-font " + inter + " --axis wght=901", "Axis wght(=901) out of range[100 ～ 900]"},
