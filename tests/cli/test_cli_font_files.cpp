@@ -369,12 +369,19 @@ TEST(CliFontFiles, ColourFontsAtTheRequestedSizeInGreyLevels) {
     if (!std::filesystem::exists("/usr/share/fonts/truetype/noto/NotoColorEmoji.ttf"))
         GTEST_SKIP() << "fonts-noto-color-emoji is not installed (scripts/setup.sh installs it)";
     const std::string emoji = " --chars '\xE2\x98\xBA\xE2\x99\xA5\xE2\x9C\x88\xE2\x9A\xBD'";  // ☺♥✈⚽
-    for (const std::string run : {"--from-font 'Noto Color Emoji' --size 16 --levels 16",
-                                  "--from-font IPAGothic --cell-height 16 --levels 16 --range U+3042 "
-                                  "--from-font 'Noto Color Emoji'"}) {
+    // The bytes are fingerprinted: the strike's scale, its grey levels and the luminance weights all show.
+    auto fingerprint = [](const std::filesystem::path& file) {
+        uint32_t h = 2166136261u;
+        for (uint8_t b : FileBytes(file)) h = (h ^ b) * 16777619u;
+        return h;
+    };
+    for (const auto& [run, bytes] : std::initializer_list<std::pair<std::string, uint32_t>>{
+             {"--from-font 'Noto Color Emoji' --size 16 --levels 16", 1427237160u},
+             {"--from-font IPAGothic --cell-height 16 --levels 16 --range U+3042 --from-font 'Noto Color Emoji'", 2858719611u}}) {
         SCOPED_TRACE(run);
         auto r = RunCli(dir, "convert " + run + emoji + " --to-zgly " + Q(dir / "e.zgly"));
         ASSERT_EQ(r.Status, 0) << r.Err;
+        EXPECT_EQ(fingerprint(dir / "e.zgly"), bytes);
         EXPECT_EQ(r.Err.find("Warning: Font("), std::string::npos) << r.Err;
         auto font = ReadZgly(dir / "e.zgly");
         EXPECT_EQ(font->Bpp.Value, 4);
@@ -391,10 +398,11 @@ TEST(CliFontFiles, ColourFontsAtTheRequestedSizeInGreyLevels) {
         EXPECT_TRUE(levels.count(15));
     }
     // Luminance: the ball's white patches are paper, its black ones ink.
-    auto inkOf = [&](const std::string& options) {
+    auto inkOf = [&](const std::string& options, uint32_t bytes = 0) {
         auto r = RunCli(dir, "convert --from-font 'Noto Color Emoji' --size 32 --levels 16 " + options + emoji +
                                  " --quiet --to-zgly " + Q(dir / "l.zgly"));
         EXPECT_EQ(r.Status, 0) << r.Err;
+        if (bytes) EXPECT_EQ(fingerprint(dir / "l.zgly"), bytes) << options;
         auto font = ReadZgly(dir / "l.zgly");
         const CGlyph* ball = font->FindGlyph(0x26BD);
         int sum = 0;
@@ -402,7 +410,7 @@ TEST(CliFontFiles, ColourFontsAtTheRequestedSizeInGreyLevels) {
             sum += static_cast<int>(PeekWideBits(ball->Pixels.data(), static_cast<std::size_t>(i) * 4, 4));
         return sum;
     };
-    const int alpha = inkOf(""), luminance = inkOf("--coverage luminance");
+    const int alpha = inkOf("", 3952228195u), luminance = inkOf("--coverage luminance", 2564511309u);
     EXPECT_EQ(inkOf("--coverage alpha"), alpha);
     EXPECT_LT(luminance, alpha * 3 / 4);
     EXPECT_GT(luminance, alpha / 4);
