@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 
 #include "core/codepage.h"
+#include "core/text_decoding.h"
 #include "core/utf8.h"
+#include "xmlfiles/test_support.h"
 
 // Every reader of UTF-8 text shares one decoder: what the characters option
 // refuses, the alternate character and the preview text never decode either.
@@ -38,4 +40,28 @@ TEST(FileCodes, UnicodeToAndFromEachEncoding) {
     EXPECT_EQ(FileCodeToUnicode(EncodingCp1252, 0x80), u'\u20AC');
     EXPECT_EQ(FileCodeToUnicode(EncodingUtf8, 0xFFFE), u'\uFFFE');
     EXPECT_EQ(FileCodeToUnicode(EncodingShiftJis, 0x8220), NoChar);
+}
+
+// A text file's bytes: UTF-16 by its byte-order mark (which wins over any
+// encoding asked for) or when asked for, the code pages; breaks named by offset.
+TEST(TextDecoding, EachEncodingAndWhereItBreaks) {
+    const std::string smile = "\xF0\x9F\x98\x80", a = "\xE3\x81\x82";
+    const struct {
+        std::string Bytes;
+        int Encoding;
+        std::string Text;  // or the message's end
+    } cases[] = {
+        {std::string("\xFF\xFE\x3D\xD8\x00\xDE\x42\x30", 8), EncodingShiftJis, smile + a},
+        {std::string("\xFE\xFF\xD8\x3D\xDE\x00\x30\x42", 8), TextEncodingAuto, smile + a},
+        {std::string("\x3D\xD8\x00\xDE", 4), EncodingUtf16, smile},
+        {"\x82\xA0" "A\x80", EncodingCp1252, "\xE2\x80\x9A\xC2\xA0" "A\xE2\x82\xAC"},
+        {"\x82\xA0" "A", EncodingShiftJis, a + "A"},
+        {std::string("\xFF\xFE" "A\0\x00\xDC", 6), EncodingUtf8, "not valid UTF-16 (at byte offset 4)."},
+        {std::string("\xFF\xFE\x3D\xD8" "A\0", 6), EncodingUtf8, "not valid UTF-16 (at byte offset 2)."},
+    };
+    for (const auto& c : cases) {
+        std::string text;
+        const std::string error = ErrorOf([&] { text = DecodeTextToUtf8(c.Bytes, c.Encoding, "T"); });
+        EXPECT_EQ(error.empty() ? text : error, error.empty() ? c.Text : "Parameter Error:\n T is " + c.Text) << c.Bytes;
+    }
 }
