@@ -61,6 +61,10 @@ TEST(CliConvert, ZglyOptionsChangeOnlyTheirFields) {
     }
     // Shift_JIS lacks most of these glyphs' codes only as warnings; the flag is set.
     EXPECT_EQ(convert("--encoding shift_jis --quiet")[FI + 7], 2);
+    // The alternate character is looked up under its code in the output encoding.
+    EXPECT_EQ(RunCli(dir, "convert --from-zgly " + Q(in) + " --to-zgly " + Q(dir / "o.zgly") +
+                              " --encoding shift_jis --alt-char \xE3\x81\x82").Err,
+              "Parameter Error:\n Specified AlternateChar('\xE3\x81\x82' : 0x82A0) is not included in the Font\n");
     // A turn stores the turned cell: width and height swap at a quarter turn; flags 2, 4 and 6.
     for (auto [rotation, flags] : {std::pair{"90", 2}, std::pair{"180", 4}, std::pair{"270", 6}}) {
         auto b = convert(std::string("--rotation ") + rotation);
