@@ -6,6 +6,7 @@
 #include "core/glyph_order.h"
 #include "core/headless_pg_ctrl.h"
 #include "xmlfiles/glyph_order_files.h"
+#include "xmlfiles/glyph_order_handler.h"
 #include "xmlfiles/test_support.h"
 
 namespace {
@@ -16,7 +17,7 @@ std::string Order(const std::string& body, const std::string& root = "<letter-or
 
 CGlyphOrder LoadOrder(const CTempDir& dir, const std::string& text) {
     CGlyphOrder order;
-    order.Load(dir.Write("o.xlor", text));
+    LoadGlyphOrderFile(order, dir.Write("o.xlor", text));
     return order;
 }
 

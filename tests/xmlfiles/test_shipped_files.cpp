@@ -10,6 +10,8 @@
 
 #include "core/font_filter.h"
 #include "core/glyph_order.h"
+#include "xmlfiles/char_selection.h"
+#include "xmlfiles/glyph_order_handler.h"
 
 namespace {
 
@@ -87,7 +89,7 @@ TEST(ShippedFiles, OrdersHoldExactlyTheCellsTheyPromise) {
                   {"Kana", 16, kana}, {"JIS-X-0208", 94, FirstOnly(JisRows(1, 94))}};
     for (const auto& o : orders) {
         CGlyphOrder order;
-        order.Load(DataDir + "xlor/" + o.File + ".xlor");
+        LoadGlyphOrderFile(order, DataDir + "xlor/" + o.File + ".xlor");
         EXPECT_EQ(order.Width, o.Width) << o.File;
         ASSERT_EQ(order.Codes.size(), o.Cells.size()) << o.File;
         int wrong = 0;
@@ -122,7 +124,7 @@ TEST(ShippedFiles, FiltersHoldExactlyTheLettersTheyPromise) {
         want.erase(NoCode);
         want.insert(0x20);  // a loaded filter always holds the space
         CFontFilter filter;
-        filter.Load(DataDir + "filters/" + f.File + ".xllt");
+        LoadFilterFile(filter, DataDir + "filters/" + f.File + ".xllt");
         std::set<uint16_t> got;
         for (const auto& [code, in] : filter.Letters)
             if (in) got.insert(code);
