@@ -19,3 +19,6 @@ set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 # Static archives only: the program is one .exe that needs no DLL beside it.
 set(CMAKE_FIND_LIBRARY_SUFFIXES .a)
+# Debian's mingw zlib comes with an import library for its DLL as well.
+set(ZLIB_USE_STATIC_LIBS ON)
+set(ZLIB_LIBRARY /usr/${triple}/lib/libz.a CACHE FILEPATH "zlib, linked statically")

@@ -87,7 +87,7 @@ prefixes+=("$toml")
 # The project itself: the command line only, no window, no tests, fonts from
 # the Windows font folders instead of fontconfig.
 build=${WINDOWS_BUILD_DIR:-build-windows}
-pkgconfig=""
+pkgconfig=/usr/$triple/lib/pkgconfig
 for p in "${prefixes[@]}"; do
   for d in "$p/lib/pkgconfig" "$p/share/pkgconfig"; do [ -d "$d" ] && pkgconfig+="${pkgconfig:+:}$d"; done
 done

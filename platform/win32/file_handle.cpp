@@ -40,6 +40,16 @@ bool CFileHandle::OpenForReading(const std::filesystem::path& path) {
     return true;
 }
 
+bool CFileHandle::OpenAnyForReading(const std::filesystem::path& path) {
+    Close();
+    // Backup semantics let a folder open as well; reading it then fails.
+    HANDLE h = ::CreateFileW(WidePath(path).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                             nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL | FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    if (h == INVALID_HANDLE_VALUE) return false;
+    Handle = reinterpret_cast<std::intptr_t>(h);
+    return true;
+}
+
 int64_t CFileHandle::Read(void* dst, std::size_t bytes) {
     auto* p = static_cast<uint8_t*>(dst);
     std::size_t done = 0;

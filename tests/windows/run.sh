@@ -77,23 +77,36 @@ same_run read-only locked.zgly convert --from-font DejaVuSans.ttf --size 12 --to
 same_run missing-folder - convert --from-font DejaVuSans.ttf --size 12 --to-zgly nowhere/out.zgly
 same_run usage-error - convert --from-font DejaVuSans.ttf --size 12
 same_run version - --version
-same_run list-orders - list-orders --json
+same_run list-orders - list-orders
 
-# (b) installed fonts: a font copied into the prefix's Fonts folder is found
-# by family name and listed; the example game's recipe (DejaVu Sans,
-# IPAGothic and its vertical "@" face) builds in two child processes.
+# (b) installed fonts. Wine lists the host's fonts in the registry (so DejaVu
+# Sans and IPAGothic are found there); a family only a copy in the prefix's
+# Fonts folder has shows that the folder is read: DejaVu Sans renamed.
+python3 - "$work/inputs/WineFolder.ttf" <<'PY'
+import sys
+data = open("/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf", "rb").read()
+for old, new in (("DejaVu Sans", "Wine Folder"),):
+    data = data.replace(old.encode(), new.encode()).replace(old.encode("utf-16-be"), new.encode("utf-16-be"))
+open(sys.argv[1], "wb").write(data)
+PY
 fonts=$WINEPREFIX/drive_c/windows/Fonts
 mkdir -p "$fonts"
-cp /usr/share/fonts/truetype/dejavu/DejaVuSans.ttf /usr/share/fonts/opentype/ipafont-gothic/ipag.ttf "$fonts/"
+cp "$work/inputs/WineFolder.ttf" "$fonts/"
 "$win" list-fonts > "$work/fonts.txt" 2>&1
-grep -q "^DejaVu Sans	scalable		Book$" "$work/fonts.txt" &&
-  grep -q "^IPAGothic	scalable	@IPAGothic	Regular$" "$work/fonts.txt"
+tr -d "\r" < "$work/fonts.txt" > "$work/fonts-lf.txt"
+grep -q "^Wine Folder	scalable		Book$" "$work/fonts-lf.txt" &&
+  grep -q "^IPAGothic	scalable	@IPAGothic	Regular$" "$work/fonts-lf.txt"
 check list-fonts $?
+# By family name on Windows, by the same file's path natively.
+(cd "$work/inputs" && "$native" convert --from-font WineFolder.ttf --size 16 --levels 16 --to-zgly native.zgly --quiet &&
+  "$win" convert --from-font "wine folder" --size 16 --levels 16 --to-zgly windows.zgly --quiet &&
+  cmp -s native.zgly windows.zgly)
+check family-in-fonts-folder $?
 rm -rf "$work/inputs"
 mkdir -p "$work/inputs"
 cp -r "$here/../../examples/game/." "$work/inputs/"
 rm -rf "$work/inputs/fonts"
-same_run family-name out.zgly convert --from-font "DejaVu Sans" --size 16 --levels 16 --to-zgly out.zgly --quiet
+same_run family-in-registry out.zgly convert --from-font "DejaVu Sans" --size 16 --levels 16 --to-zgly out.zgly --quiet
 same_run build-recipe - build --jobs 2 --quiet
 for f in "$work/runs/build-recipe/native/fonts/"*; do
   cmp -s "$f" "$work/runs/build-recipe/windows/fonts/$(basename "$f")"
