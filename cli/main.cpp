@@ -1,7 +1,5 @@
 // glyphwright-cli: the command line front end. Parses the options, then runs
 // the same conversion as the window through the core's front-end interface.
-#include <unistd.h>
-
 #include <cstdio>
 #include <new>
 #include <string>
@@ -18,6 +16,7 @@
 #include "cli/template_command.h"
 #include "core/conversion.h"
 #include "core/general_exception.h"
+#include "platform/terminal.h"
 
 namespace {
 
@@ -34,7 +33,7 @@ int RunConvert(const CliOptions& options) {
     ConversionOutcome outcome;
     int warnings = 0;
     {
-        CCliPgCtrl pg(stderr, options.Quiet, ::isatty(STDERR_FILENO) != 0);
+        CCliPgCtrl pg(stderr, options.Quiet, StandardErrorIsTerminal());
         outcome = RunConversion(frontEnd, pg);
         warnings = pg.WarningCount();
     }

@@ -5,7 +5,7 @@
 #include <QWidget>
 #include <algorithm>
 
-#include "ui/settings_store.h"
+#include "settings/settings_store.h"
 
 void CWindowPlacement::Apply(QWidget& window, QPoint fallback, QSize minimum) {
     int x = Settings.GetInt(Section, "x", -1), y = Settings.GetInt(Section, "y", -1);

@@ -1,4 +1,4 @@
-// The installed families through fontconfig.
+// The installed fonts through fontconfig.
 #include "sources/font_catalog.h"
 
 #include <algorithm>
@@ -10,6 +10,7 @@
 #include <hb-ot.h>
 #include <hb.h>
 
+#include "sources/font_style.h"
 #include "sources/fontconfig_support.h"
 
 namespace {
@@ -57,7 +58,77 @@ bool CoversEastAsian(FcPattern* font) {
     return false;
 }
 
+// The files of the matched font's family and style: bitmap families usually
+// ship one file per size.
+std::vector<FontLocation> StyleFiles(FcPattern* match, const std::string& family) {
+    std::vector<FontLocation> files;
+    FcChar8* style = nullptr;
+    FcPatternGetString(match, FC_STYLE, 0, &style);
+    FcPatternPtr pattern(FcPatternCreate());
+    FcPatternAddString(pattern.get(), FC_FAMILY, reinterpret_cast<const FcChar8*>(family.c_str()));
+    if (style) FcPatternAddString(pattern.get(), FC_STYLE, style);
+    FcObjectSetPtr objects(FcObjectSetBuild(FC_FILE, FC_INDEX, FC_SCALABLE, FC_OUTLINE, nullptr));
+    FcFontSetPtr fonts(FcFontList(nullptr, pattern.get(), objects.get()));
+    if (!fonts) return files;
+    for (int i = 0; i < fonts->nfont; ++i) {
+        FcPattern* font = fonts->fonts[i];
+        FcChar8* file = nullptr;
+        int index = 0;
+        if (IsScalablePattern(font) || FcPatternGetString(font, FC_FILE, 0, &file) != FcResultMatch) continue;
+        FcPatternGetInteger(font, FC_INDEX, 0, &index);
+        files.push_back({reinterpret_cast<const char*>(file), index});
+    }
+    return files;
+}
+
 }  // namespace
+
+bool FontCatalogAvailable() { return true; }
+
+bool FindInstalledFamily(const std::string& family, InstalledFamilyMatch& out) {
+    if (!FcInit()) return false;
+    FcPatternPtr pattern(FcPatternCreate());
+    FcPatternAddString(pattern.get(), FC_FAMILY, reinterpret_cast<const FcChar8*>(family.c_str()));
+    FcPatternAddInteger(pattern.get(), FC_WEIGHT, FC_WEIGHT_REGULAR);
+    FcPatternAddInteger(pattern.get(), FC_SLANT, FC_SLANT_ROMAN);
+    FcConfigSubstitute(nullptr, pattern.get(), FcMatchPattern);
+    FcDefaultSubstitute(pattern.get());
+    FcResult result = FcResultNoMatch;
+    FcPatternPtr match(FcFontMatch(nullptr, pattern.get(), &result));
+    // fontconfig always offers a fallback; only the family asked for counts.
+    if (!match || !HasName(match.get(), FC_FAMILY, family)) return false;
+    FcChar8* file = nullptr;
+    if (FcPatternGetString(match.get(), FC_FILE, 0, &file) != FcResultMatch) return false;
+    int index = 0;
+    FcPatternGetInteger(match.get(), FC_INDEX, 0, &index);
+    out.Font = {reinterpret_cast<const char*>(file), index};
+    out.Scalable = IsScalablePattern(match.get());
+    out.StyleFiles = out.Scalable ? std::vector<FontLocation>{} : StyleFiles(match.get(), family);
+    return true;
+}
+
+bool ResolveFamilyStyle(const std::string& family, const std::string& style, FontLocation& out) {
+    if (!FcInit()) return false;
+    // Listing rather than matching: fontconfig's best match would hand back
+    // another style when the one asked for is missing.
+    FcPatternPtr pattern(FcPatternCreate());
+    FcPatternAddString(pattern.get(), FC_FAMILY, reinterpret_cast<const FcChar8*>(family.c_str()));
+    FcObjectSetPtr objects(FcObjectSetBuild(FC_FAMILY, FC_STYLE, FC_FILE, FC_INDEX, nullptr));
+    FcFontSetPtr fonts(FcFontList(nullptr, pattern.get(), objects.get()));
+    if (!fonts) return false;
+    for (int i = 0; i < fonts->nfont; ++i) {
+        FcPattern* font = fonts->fonts[i];
+        if (!HasName(font, FC_FAMILY, family) || !HasName(font, FC_STYLE, style)) continue;
+        FcChar8* file = nullptr;
+        if (FcPatternGetString(font, FC_FILE, 0, &file) != FcResultMatch) continue;
+        int index = 0;
+        FcPatternGetInteger(font, FC_INDEX, 0, &index);
+        out.File = reinterpret_cast<const char*>(file);
+        out.Index = index;
+        return true;
+    }
+    return false;
+}
 
 std::vector<FontFaceInfo> ListInstalledFaces() {
     std::vector<FontFaceInfo> result;
