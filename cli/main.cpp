@@ -16,6 +16,7 @@
 #include "cli/template_command.h"
 #include "core/conversion.h"
 #include "core/general_exception.h"
+#include "platform/command_line.h"
 #include "platform/terminal.h"
 
 namespace {
@@ -78,7 +79,7 @@ static int RunCommandLine(const std::vector<std::string>& args) {
 int main(int argc, char** argv) {
     // Every failure ends here: its message as the message window shows it, status 1.
     try {
-        return RunCommandLine({argv + 1, argv + argc});
+        return RunCommandLine(CommandLineArguments(argc, argv));
     } catch (const CUsageError& e) {
         return UsageError(e.what());
     } catch (const CGeneralException& e) {

@@ -1,7 +1,6 @@
 // The installed families where there is no fontconfig (Windows): every font
 // file the system lists, its family and style names read with FreeType.
 #include <algorithm>
-#include <cstdlib>
 #include <map>
 #include <set>
 
@@ -124,11 +123,6 @@ bool HasVerticalForms(const FontLocation& location) {
     return found > 0;
 }
 
-int StrikeDistance(const FT_Bitmap_Size& strike, int32_t size) {
-    int have = size > 0 ? strike.height : static_cast<int>((strike.y_ppem + 32) >> 6);
-    return std::abs(have - std::abs(size));
-}
-
 }  // namespace
 
 std::vector<FontFaceInfo> ListInstalledFaces() {
@@ -163,26 +157,20 @@ std::vector<FontFaceInfo> ListInstalledFaces() {
     return result;
 }
 
-bool ResolveInstalledFamily(const std::string& name, int32_t size, FontLocation& out) {
-    const std::string wanted = Lower(name);
-    const CatalogFace* best = nullptr;
-    int bestDistance = -1;
-    for (const CatalogFace& face : Catalog()) {
-        if (!IsFamily(face, wanted)) continue;
-        // The regular style, and of bitmap faces the strike nearest the size.
-        int distance = 0;
-        if (!face.Scalable && size != 0) {
-            distance = 1 << 20;
-            for (const FT_Bitmap_Size& s : face.Strikes) distance = std::min(distance, StrikeDistance(s, size));
-        }
-        auto rank = [](const CatalogFace& f) { return f.Regular ? 0 : 1; };
-        if (!best || rank(face) < rank(*best) || (rank(face) == rank(*best) && distance < bestDistance)) {
-            best = &face;
-            bestDistance = distance;
-        }
-    }
-    if (!best) return false;
-    out = best->Location;
+bool FontCatalogAvailable() { return true; }
+
+bool FindInstalledFamily(const std::string& family, InstalledFamilyMatch& out) {
+    const std::string wanted = Lower(family);
+    const CatalogFace* match = nullptr;
+    for (const CatalogFace& face : Catalog())
+        if (IsFamily(face, wanted) && (!match || (face.Regular && !match->Regular))) match = &face;
+    if (!match) return false;
+    out.Font = match->Location;
+    out.Scalable = match->Scalable;
+    // Bitmap families ship a file per size: every one of the matched style.
+    out.StyleFiles.clear();
+    for (const CatalogFace& face : Catalog())
+        if (!face.Scalable && IsFamily(face, wanted) && face.Style == match->Style) out.StyleFiles.push_back(face.Location);
     return true;
 }
 

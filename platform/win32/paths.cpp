@@ -15,6 +15,21 @@ bool IsDirectory(const std::filesystem::path& path) {
     return a != INVALID_FILE_ATTRIBUTES && (a & FILE_ATTRIBUTE_DIRECTORY);
 }
 
+bool IsRegularFile(const std::filesystem::path& path) {
+    DWORD a = Attributes(path);
+    return a != INVALID_FILE_ATTRIBUTES && !(a & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE));
+}
+
+int64_t FileSize(const std::filesystem::path& path) {
+    WIN32_FILE_ATTRIBUTE_DATA data{};
+    if (!::GetFileAttributesExW(WidePath(path).c_str(), GetFileExInfoStandard, &data)) return -1;
+    return (static_cast<int64_t>(data.nFileSizeHigh) << 32) | data.nFileSizeLow;
+}
+
+std::string PathText(const std::filesystem::path& path) { return Utf8FromWide(WideText(path)); }
+
+bool IsPathSeparator(char c) { return c == '/' || c == '\\'; }
+
 // The read-only attribute is what Windows users set to protect a file.
 bool IsWritableFile(const std::filesystem::path& path) {
     DWORD a = Attributes(path);
