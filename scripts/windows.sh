@@ -4,7 +4,7 @@
 # its shipped orders and filters beside it, the README and the licences of the
 # libraries linked into it.
 #
-# FreeType, HarfBuzz, libpng and expat are built from Debian's source packages
+# FreeType, HarfBuzz, libpng, expat and brotli are built from Debian's source packages
 # into the cache (scripts/deps.sh), each keyed by its version and the compiler,
 # so that a second run builds only glyphwright itself. zlib is Debian's
 # libz-mingw-w64-dev. Everything is linked statically: the .exe needs no DLL.
@@ -27,7 +27,8 @@ if command -v ccache >/dev/null; then launcher=(-DCMAKE_C_COMPILER_LAUNCHER=ccac
 prefixes=()
 # build_dep PKG SUBFOLDER CMAKE-ARGS...: builds Debian's PKG once per version
 # and compiler into the cache; adds its prefix to the list. $after_configure,
-# when set, runs in the build folder between configuring and building.
+# when set, runs in the build folder between configuring and building;
+# $after_install in the installed prefix.
 build_dep() {
   local pkg=$1 sub=$2; shift 2
   local src version prefix key work found
@@ -48,17 +49,21 @@ build_dep() {
     if [ -n "${after_configure:-}" ]; then (cd "$work" && eval "$after_configure"); fi
     { cmake --build "$work" -j2 && cmake --install "$work"; } >>"$work.log" 2>&1 \
       || { tail -40 "$work.log" >&2; return 1; }
+    if [ -n "${after_install:-}" ]; then (cd "$prefix" && eval "$after_install"); fi
     rm -rf "$work" "$work.log"
     deps_stamp "$prefix" "$key"
   fi
   prefixes+=("$prefix")
 }
 
+# Brotli (WOFF2 fonts) always builds DLLs too; its static archives take the
+# plain names, so that FreeType links them.
+after_install='rm -f bin/*.dll lib/*.dll.a && for l in common dec enc; do mv lib/libbrotli$l-static.a lib/libbrotli$l.a; done' \
+  build_dep brotli . -DBROTLI_DISABLE_TESTS=ON
 build_dep libpng1.6 . -DPNG_SHARED=OFF -DPNG_STATIC=ON -DPNG_TESTS=OFF -DPNG_EXECUTABLES=OFF
-# As Debian builds it for Linux (zlib and PNG, no bzip2, no HarfBuzz); brotli
-# has no Windows build here, so WOFF2 files are not read by the .exe.
-build_dep freetype . -DFT_REQUIRE_ZLIB=ON -DFT_REQUIRE_PNG=ON -DFT_DISABLE_BZIP2=ON \
-  -DFT_DISABLE_BROTLI=ON -DFT_DISABLE_HARFBUZZ=ON
+# As Debian builds it for Linux: zlib, PNG and brotli, no bzip2, no HarfBuzz.
+build_dep freetype . -DFT_REQUIRE_ZLIB=ON -DFT_REQUIRE_PNG=ON -DFT_REQUIRE_BROTLI=ON -DFT_DISABLE_BZIP2=ON \
+  -DFT_DISABLE_HARFBUZZ=ON
 build_dep harfbuzz . -DHB_HAVE_FREETYPE=ON -DHB_HAVE_GLIB=OFF -DHB_HAVE_ICU=OFF \
   -DHB_HAVE_GOBJECT=OFF -DHB_BUILD_SUBSET=OFF -DHB_BUILD_UTILS=OFF
 # Its CMake build defines XML_DTD empty, which Debian's patched source tests
@@ -93,7 +98,7 @@ for p in "${prefixes[@]}"; do
 done
 # Static archives link in dependency order: the libraries FreeType and libpng
 # need come once more at the end of the line.
-libs="-lharfbuzz -lfreetype -lpng16 -lz"
+libs="-lharfbuzz -lfreetype -lpng16 -lbrotlidec -lbrotlicommon -lz"
 found=$(IFS=';'; echo "${prefixes[*]}")
 PKG_CONFIG_LIBDIR=$pkgconfig PKG_CONFIG_PATH="" cmake -S . -B "$build" \
   -DCMAKE_TOOLCHAIN_FILE="$toolchain" -DGLYPHWRIGHT_MINGW_PREFIXES="$found" \
@@ -115,7 +120,7 @@ cp "$build/bin/glyphwright-cli.exe" "$stage/"
 $triple-strip "$stage/glyphwright-cli.exe"
 cp -r "$build/bin/xlor" "$build/bin/filters" "$stage/"
 cp README.md "$stage/README.md"
-for pkg in freetype harfbuzz libpng1.6 expat; do
+for pkg in freetype harfbuzz libpng1.6 expat brotli; do
   cp "$(deps_source "$pkg")/debian/copyright" "$stage/licenses/$pkg.txt"
 done
 cp /usr/share/doc/libz-mingw-w64-dev/copyright "$stage/licenses/zlib.txt"
