@@ -113,5 +113,37 @@ for f in "$work/runs/build-recipe/native/fonts/"*; do
   check "build-recipe $(basename "$f")" $?
 done
 
+# Ctrl-C stops a build (Wine turns SIGINT into the console's Ctrl-C): the
+# running conversion is cancelled through the event its parent hands down,
+# the old output stays, no temporary file is left, messages and status as on Linux.
+interrupted_build() { # side, command
+  local d=$work/cancel/$1 pid bg i status
+  mkdir -p "$d"
+  cp /usr/share/fonts/opentype/ipafont-gothic/ipag.ttf "$d/"
+  for i in 1 2 3 4; do
+    printf '[[font]]\nname = "big%s"\nto-zgly = "big%s.zgly"\n[[font.source]]\nfont = "ipag.ttf"\nsize = 140\nlevels = 16\n' $i $i
+  done > "$d/glyphwright.toml"
+  echo old > "$d/big1.zgly"
+  (cd "$d" && exec "$2" build --jobs 1 >stdout 2>stderr </dev/null) &
+  bg=$! pid=$!
+  # Once its first conversion has started (both name the output in the
+  # temporary folder), Ctrl-C goes to the build; the Windows build runs in a
+  # process of its own that Wine starts.
+  for i in $(seq 300); do
+    pgrep -f -- "^glyphwright-cli convert .*${work##*/}.cancel.$1.big1\.zgly" >/dev/null && break
+    sleep 0.1
+  done
+  [ "$1" = windows ] && pid=$(pgrep -f -- "^$exe build --jobs 1")
+  kill -INT "$pid"
+  wait "$bg"
+  status=$?
+  (cd "$d" && echo "status $status" && tr -d '\r' <stderr && ls -A) >"$work/cancel/$1.txt"
+}
+interrupted_build native "$native"
+interrupted_build windows "$win"
+cmp -s "$work/cancel/native.txt" "$work/cancel/windows.txt" && grep -q "4 cancelled" "$work/cancel/windows.txt" &&
+  [ "$(cat "$work/cancel/windows/big1.zgly")" = old ]
+check ctrl-c-build $?
+
 echo "$passed passed, $failed failed"
 [ "$failed" -eq 0 ]
