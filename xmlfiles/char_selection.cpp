@@ -83,10 +83,10 @@ private:
 };
 
 void LoadTextFile(CCharCollector& chars, const std::filesystem::path& path) {
-    if (path.empty() || !FileExists(path)) ThrowError("Parameter Error:\n Characters file(%s) does not exist.", path.string());
+    if (path.empty() || !FileExists(path)) ThrowError("Parameter Error:\n Characters file(%s) does not exist.", path);
     const std::vector<uint8_t> bytes = ReadWholeFile(path);
     chars.AddText(std::string_view(reinterpret_cast<const char*>(bytes.data()), bytes.size()),
-                  FormatString("Characters file(%s)", path.string()));
+                  FormatString("Characters file(%s)", path));
 }
 
 bool IsTextFile(const std::filesystem::path& path) {
