@@ -6,7 +6,6 @@
 #include <windows.h>
 
 #include <atomic>
-#include <cstdio>
 #include <cstdlib>
 #include <string>
 
@@ -78,6 +77,5 @@ CancelSignal ReceivedCancelSignal() { return g_Received.load(); }
 // Windows has no signals to end by: the cancelled status, as after Ctrl-C.
 void EndLikeTheSignal(CancelSignal signal) {
     if (signal == CancelSignal::None) return;
-    std::fflush(nullptr);
-    ::ExitProcess(130);
+    std::exit(130);
 }
