@@ -23,6 +23,8 @@ struct CliSource {
     int BmpBpp = 1;                // --colors 2|4|8|16
     std::string FontFace;          // --from-font
     std::string FontStyle;         // --style
+    std::vector<std::pair<std::string, double>> Axes;  // --axis TAG=VALUE, in the order given
+    bool LuminanceCoverage = false;  // --coverage luminance
     int FontSize = 0;              // negative: character height (--size); positive: cell height
     int FontSizeGiven = 0;         // the number as typed after --size or --cell-height
     int FontBpp = 1;               // --levels 2|4|8|16
@@ -33,6 +35,7 @@ struct CliSource {
     bool LcMainFixed = true;
     bool LcHalfFixed = true;
     bool LcVertical = false;
+    int Threads = 0;               // the run's --threads, for a font
 };
 
 // Code points FIRST..LAST of a --range, both included.
@@ -69,7 +72,9 @@ struct CliOptions {
     std::vector<std::string> Chars;       // --chars, each as typed
     std::vector<std::string> CharsFiles;  // --chars-file
     std::vector<CliCodeRange> Ranges;     // --range
+    int CharsEncoding = -1;               // --chars-encoding: how text files without a BOM are read
     bool Quiet = false;
+    int Threads = 0;               // --threads; 0: every core
 
     // Any of --filter, --chars, --chars-file, --range.
     bool SelectsChars() const { return FilterGiven || !Chars.empty() || !CharsFiles.empty() || !Ranges.empty(); }
@@ -77,6 +82,7 @@ struct CliOptions {
     // info, list-orders, list-fonts; preview reads InfoPath too
     std::string InfoPath;
     bool Json = false;
+    bool InfoChars = false;        // info --chars: the characters, not the blocks
 
     // preview
     std::string PreviewText;       // --text, with backslash-n turned into a line feed

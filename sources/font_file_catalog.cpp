@@ -11,6 +11,7 @@
 #include FT_TRUETYPE_TABLES_H
 
 #include "platform/font_files.h"
+#include "platform/paths.h"
 #include "sources/face_file.h"
 #include "sources/font_catalog.h"
 #include "sources/font_face.h"
@@ -27,6 +28,7 @@ struct CatalogFace {
     bool Regular = false;
     std::vector<FT_Bitmap_Size> Strikes;
     bool EastAsian = false;
+    bool InCollection = false;
 };
 
 std::string Lower(const std::string& s) {
@@ -58,9 +60,11 @@ std::string NameText(const FT_SfntName& name) {
 void AddFace(FT_Face face, const std::filesystem::path& file, int index, std::vector<CatalogFace>& out) {
     if (!face->family_name) return;
     CatalogFace f;
+    f.InCollection = face->num_faces > 1;
     f.Family = face->family_name;
     f.Style = face->style_name ? face->style_name : "Regular";
-    f.Location = {file, index};
+    f.Location.File = file;
+    f.Location.Index = index;
     f.Scalable = FT_IS_SCALABLE(face);
     f.Regular = !(face->style_flags & (FT_STYLE_FLAG_BOLD | FT_STYLE_FLAG_ITALIC));
     f.Strikes.assign(face->available_sizes, face->available_sizes + face->num_fixed_sizes);
@@ -131,11 +135,14 @@ std::vector<FontFaceInfo> ListInstalledFaces() {
         std::set<int> PixelSizes;
         bool HasVerticalForms = false;
         std::set<std::string> Styles;
+        std::set<std::string> CollectionFaces;
     };
     std::map<std::string, Family> families;
     for (const CatalogFace& face : Catalog()) {
         Family& f = families[face.Family];
         f.Styles.insert(face.Style);
+        if (face.InCollection)
+            f.CollectionFaces.insert(PathText(face.Location.File) + "#" + std::to_string(face.Location.Index));
         f.Scalable = f.Scalable || face.Scalable;
         if (!face.Scalable)
             for (const FT_Bitmap_Size& s : face.Strikes) f.PixelSizes.insert(static_cast<int>((s.y_ppem + 32) >> 6));
@@ -149,6 +156,7 @@ std::vector<FontFaceInfo> ListInstalledFaces() {
         if (!f.Scalable) info.PixelSizes.assign(f.PixelSizes.begin(), f.PixelSizes.end());
         info.HasVerticalForms = f.HasVerticalForms;
         info.Styles.assign(f.Styles.begin(), f.Styles.end());
+        info.CollectionFaces.assign(f.CollectionFaces.begin(), f.CollectionFaces.end());
         result.push_back(std::move(info));
     }
     std::stable_sort(result.begin(), result.end(), [](const FontFaceInfo& a, const FontFaceInfo& b) {
