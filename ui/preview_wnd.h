@@ -37,10 +37,6 @@ public:
     QScrollArea* PictureArea;
     QLabel* Picture;
 
-protected:
-    void moveEvent(QMoveEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
-
 private:
     void ShowError(const std::string& text);
 
