@@ -2,7 +2,9 @@
 // the same conversion as the window through the core's front-end interface.
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdio>
+#include <filesystem>
 #include <new>
 #include <string>
 #include <vector>
@@ -10,6 +12,7 @@
 #include "cli/build_command.h"
 #include "cli/cli_front_end.h"
 #include "cli/cli_progress.h"
+#include "cli/command_help.h"
 #include "cli/factories.h"
 #include "cli/info_command.h"
 #include "cli/list_commands.h"
@@ -23,13 +26,20 @@ namespace {
 
 enum ExitStatus { ExitDone = 0, ExitError = 1, ExitUsage = 2, ExitCanceled = 130 };
 
-int UsageError(const std::string& problem) {
-    std::fprintf(stderr, "glyphwright-cli: %s\n%s", problem.c_str(), UsageHint());
+int UsageError(const std::string& command, const std::string& problem) {
+    std::fprintf(stderr, "glyphwright-cli: %s\n%s", problem.c_str(), UsageHint(command).c_str());
     return ExitUsage;
+}
+
+// What a cancelled run did to its output, so that a cancel is not taken for a crash.
+std::string CancelMessage(const std::string& output, bool existed) {
+    return "Cancelled; " + output + (existed ? " was left as it was." : " was not created.");
 }
 
 int RunConvert(const CliOptions& options) {
     CCliPgCtrl::InstallInterruptHandler();
+    std::error_code ec;
+    const bool outputExisted = std::filesystem::exists(options.OutputPath, ec);
     CCliFrontEnd frontEnd(options);
     ConversionOutcome outcome;
     int warnings = 0;
@@ -38,6 +48,8 @@ int RunConvert(const CliOptions& options) {
         outcome = RunConversion(frontEnd, pg);
         warnings = pg.WarningCount();
     }
+    if (outcome == ConversionOutcome::Canceled)
+        std::fprintf(stderr, "%s\n", CancelMessage(options.OutputPath, outputExisted).c_str());
     CCliPgCtrl::EndLikeTheInterruptingSignal();
     switch (outcome) {
     case ConversionOutcome::Finished:
@@ -77,11 +89,18 @@ static int RunCommandLine(const std::vector<std::string>& args) {
 }
 
 int main(int argc, char** argv) {
+    // A reader of stderr that goes away (| head) must not end the run before
+    // its output file is written; the writes to the closed pipe just fail.
+    std::signal(SIGPIPE, SIG_IGN);
+    const std::string command = argc > 1 ? argv[1] : "";
     // Every failure ends here: its message as the message window shows it, status 1.
     try {
         return RunCommandLine({argv + 1, argv + argc});
+    } catch (const CHelpRequest&) {
+        std::fputs(CommandHelp(command).c_str(), stdout);
+        return ExitDone;
     } catch (const CUsageError& e) {
-        return UsageError(e.what());
+        return UsageError(command, e.what());
     } catch (const CGeneralException& e) {
         std::fprintf(stderr, "%s\n", e.Message.c_str());
     } catch (const std::bad_alloc&) {

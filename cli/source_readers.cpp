@@ -39,8 +39,12 @@ CliSource ResolveFace(const CliSource& s) {
     if (face.find('/') != std::string::npos)
         ThrowError("Parameter Error:\n A style(%s) needs an installed family, not a font file(%s).", s.FontStyle, face);
     FontLocation location;
-    if (!ResolveFamilyStyle(face, s.FontStyle, location))
-        ThrowError("Parameter Error:\n Font(%s) has no style %s.", face, s.FontStyle);
+    if (!ResolveFamilyStyle(face, s.FontStyle, location)) {
+        std::string styles;
+        for (const std::string& style : FamilyStyles(face)) styles += (styles.empty() ? "" : ", ") + style;
+        if (styles.empty()) ThrowError("Parameter Error:\n Font(%s) has no style %s.", face, s.FontStyle);
+        ThrowError("Parameter Error:\n Font(%s) has no style %s. Its styles: %s.", face, s.FontStyle, styles);
+    }
     // The reader opens a file by path at its first face; a face further into a
     // collection can not be named that way.
     if (location.Index != 0)
