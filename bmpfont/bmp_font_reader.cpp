@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "bmpfont/bmp_font_layout.h"
+#include "bmpfont/grid_fit.h"
 #include "bmpfont/grid_picture_file.h"
 #include "bmpfont/grid_warnings.h"
 #include "core/bit_stream.h"
@@ -158,6 +159,8 @@ void LoadGridOrder(LoadedGrid& grid, const std::filesystem::path& orderPath, int
     CheckGridSize(grid.Picture, grid.Order, orderPath);
     if (columnsRowsProgress) g_pPgCtrl->SetProgressRange(grid.Order.Width * grid.Order.Height);
     grid.Geometry = MeasureGrid(grid.Picture, grid.Order);
+    // Before any cell is read: a picture drawn for another grid is one mistake.
+    CheckGridFitsOrder(grid.Picture, grid.Geometry, orderPath);
 }
 
 std::unique_ptr<LoadedGrid> LoadGrid(const std::filesystem::path& path, const std::filesystem::path& orderPath,
@@ -211,6 +214,7 @@ void CBmpFontReader::Read(CFontData& font, const CFontFilter& filter) {
     int second = pic.FindColor(White, white + 1);
     if (second >= 0 && second < (1 << Bpp)) ReportWarning(g_pPgCtrl, "2 or more white colors are found.");
     WarnAboutGridColors(pic, grid->Source, g, white, Bpp);
+    WarnAboutOtherOrder(grid->Source.OrderName, OrderPath);
     CColorModel colors(white, Bpp);
     uint32_t whiteIndex = static_cast<uint32_t>(white);
 

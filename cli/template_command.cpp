@@ -64,5 +64,5 @@ void RunTemplateCommand(const TemplateOptions& o) {
     CGlyphOrder grid;
     grid.Load(order);
     CheckOrderGrid(grid, order);
-    WriteGridTemplate(o.OutPath, grid, o.Grid);
+    WriteGridTemplate(o.OutPath, grid, o.Grid, order.filename().string());
 }
