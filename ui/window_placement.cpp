@@ -7,6 +7,19 @@
 
 #include "ui/settings_store.h"
 
+namespace {
+
+// What the window manager's frame adds to the window. Before a window is
+// first mapped its frame is not known yet; its owner's frame stands in.
+QSize FrameExtra(const QWidget& window) {
+    const QSize own = window.frameGeometry().size() - window.geometry().size();
+    if (!own.isEmpty() || !window.parentWidget()) return own;
+    const QWidget* owner = window.parentWidget()->window();
+    return owner->frameGeometry().size() - owner->geometry().size();
+}
+
+}  // namespace
+
 void CWindowPlacement::Apply(QWidget& window, QPoint fallback, QSize minimum) {
     int x = Settings.GetInt(Section, "x", -1), y = Settings.GetInt(Section, "y", -1);
     int w = Settings.GetInt(Section, "w", DefaultSize.width());
@@ -19,7 +32,7 @@ void CWindowPlacement::Apply(QWidget& window, QPoint fallback, QSize minimum) {
     }
     // Whatever was stored or asked for, the whole window stays on the screen
     // it opens on, also when that screen is small.
-    const QSize frame = window.frameGeometry().size() - window.geometry().size();
+    const QSize frame = FrameExtra(window);
     QScreen* on = QGuiApplication::screenAt(QPoint(x, y));
     if (!on) on = QGuiApplication::screenAt(fallback);
     if (!on) on = QGuiApplication::primaryScreen();
@@ -35,7 +48,7 @@ void CWindowPlacement::Apply(QWidget& window, QPoint fallback, QSize minimum) {
 void CWindowPlacement::KeepOnScreen(QWidget& window) {
     QScreen* on = window.screen();
     if (!on) return;
-    const QRect frame = window.frameGeometry();
+    const QRect frame(window.frameGeometry().topLeft(), window.size() + FrameExtra(window));
     const QRect fitted = FitInside(on->availableGeometry(), frame);
     if (fitted == frame) return;
     Applying = true;
