@@ -1,7 +1,9 @@
 // Windows on the screen (a small one: ctest runs this file again on an
 // 800x600 offscreen screen), Esc in each window, the wheel over path fields.
 #include <QCheckBox>
+#include <QFileDialog>
 #include <QKeyEvent>
+#include <QRegularExpression>
 #include <QScreen>
 #include <QWheelEvent>
 
@@ -100,4 +102,25 @@ TEST_F(WindowTest, WheelChangesAPathFieldOnlyWhenItHasFocus) {
     combo->setFocus();
     turn();
     EXPECT_EQ(combo->currentText(), "/b.xllt");
+}
+
+// "all files" matches every name, also one without a dot (a Makefile, a README).
+TEST_F(WindowTest, AllFilesInTheBrowseDialogShowsEveryFile) {
+    auto w = Open();
+    QStringList filters;
+    QTimer::singleShot(0, [&] {
+        if (auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget())) {
+            filters = dialog->nameFilters();
+            dialog->reject();
+        }
+    });
+    w->FilterField->Browse();
+    ASSERT_FALSE(filters.isEmpty());
+    const QString all = filters.last();
+    ASSERT_TRUE(all.startsWith("all files (")) << all.toStdString();
+    const QString patterns = all.mid(all.indexOf('(') + 1).chopped(1);
+    bool matches = false;
+    for (const QString& pattern : patterns.split(' '))
+        matches = matches || QRegularExpression(QRegularExpression::wildcardToRegularExpression(pattern)).match("README").hasMatch();
+    EXPECT_TRUE(matches) << all.toStdString();
 }
