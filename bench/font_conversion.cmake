@@ -1,2 +1,2 @@
 add_executable(font_conversion ${CMAKE_CURRENT_LIST_DIR}/font_conversion.cpp)
-target_link_libraries(font_conversion PRIVATE glyphwright_core)
+target_link_libraries(font_conversion PRIVATE glyphwright_cli)

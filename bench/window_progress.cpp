@@ -47,6 +47,7 @@ public:
     bool UseFilter() override { return false; }
     std::string FilterPathText() override { return {}; }
     std::string CommitFilterPath() override { return {}; }
+    void LoadFilter(CFontFilter&) override {}
     std::unique_ptr<CFontReader> CreateReader() override {
         // The window's defaults: "Use Windows Size", keep-space widths.
         return std::make_unique<CWinFontReader>(Font, -Size, Bpp, 1, 16, false);

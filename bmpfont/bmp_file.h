@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "core/bmp_image.h"
+#include "bmpfont/bmp_image.h"
 #include "zgly/binary_file.h"
 
 inline constexpr uint32_t BmpFileHeaderBytes = 14;

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <vector>
 
-#include "core/bmp_image.h"
+#include "bmpfont/bmp_image.h"
 #include "core/font_data.h"
 #include "core/general_exception.h"
 #include "core/glyph_order.h"

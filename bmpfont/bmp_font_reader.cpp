@@ -9,13 +9,14 @@
 #include "bmpfont/grid_picture_file.h"
 #include "bmpfont/grid_warnings.h"
 #include "core/bit_stream.h"
-#include "core/bmp_image.h"
+#include "bmpfont/bmp_image.h"
 #include "core/font_data.h"
 #include "core/font_filter.h"
 #include "core/general_exception.h"
 #include "core/glyph_order.h"
 #include "core/pg_ctrl.h"
 #include "xmlfiles/glyph_order_files.h"
+#include "xmlfiles/glyph_order_handler.h"
 #include "zgly/path_checks.h"
 
 namespace {
@@ -155,7 +156,7 @@ struct LoadedGrid {
 
 // Reads the order against the loaded picture and measures the grid.
 void LoadGridOrder(LoadedGrid& grid, const std::filesystem::path& orderPath, int columnsRowsProgress) {
-    grid.Order.Load(orderPath);
+    LoadGlyphOrderFile(grid.Order, orderPath);
     CheckGridSize(grid.Picture, grid.Order, orderPath);
     if (columnsRowsProgress) g_pPgCtrl->SetProgressRange(grid.Order.Width * grid.Order.Height);
     grid.Geometry = MeasureGrid(grid.Picture, grid.Order);

@@ -3,12 +3,13 @@
 #include "bmpfont/bmp_font_layout.h"
 #include "bmpfont/grid_painter.h"
 #include "bmpfont/grid_picture_file.h"
-#include "core/bmp_image.h"
+#include "bmpfont/bmp_image.h"
 #include "core/font_data.h"
 #include "core/general_exception.h"
 #include "core/glyph_order.h"
 #include "core/pg_ctrl.h"
 #include "xmlfiles/glyph_order_files.h"
+#include "xmlfiles/glyph_order_handler.h"
 #include "zgly/path_checks.h"
 
 void CBmpFontWriter::CheckParameters() {
@@ -19,7 +20,7 @@ void CBmpFontWriter::CheckParameters() {
 }
 
 void CBmpFontWriter::LoadGlyphOrder(CGlyphOrder& order) {
-    order.Load(OrderPath);
+    LoadGlyphOrderFile(order, OrderPath);
     CheckOrderGrid(order, OrderPath);
 }
 

@@ -4,7 +4,7 @@
 #include <unordered_map>
 
 #include "bmpfont/bmp_font_layout.h"
-#include "core/bmp_image.h"
+#include "bmpfont/bmp_image.h"
 
 int ColorDistance(uint32_t a, uint32_t b) {
     int d = 0;

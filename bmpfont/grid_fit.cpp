@@ -3,10 +3,11 @@
 #include <optional>
 
 #include "bmpfont/bmp_font_layout.h"
-#include "core/bmp_image.h"
+#include "bmpfont/bmp_image.h"
 #include "core/general_exception.h"
 #include "core/glyph_order.h"
 #include "xmlfiles/glyph_order_files.h"
+#include "xmlfiles/glyph_order_handler.h"
 
 namespace {
 
@@ -39,7 +40,7 @@ std::string ShippedOrderOf(int columns, int rows) {
             if (entry.path().extension() != ".xlor") continue;
             CGlyphOrder order;
             try {
-                order.Load(entry.path());
+                LoadGlyphOrderFile(order, entry.path());
             } catch (const CGeneralException&) {
                 continue;
             }

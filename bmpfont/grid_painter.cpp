@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "core/bmp_image.h"
+#include "bmpfont/bmp_image.h"
 #include "core/font_data.h"
 
 CGridPainter::CGridPainter(CBmpImage& image, const BmpGridLayout& layout)

@@ -8,7 +8,7 @@
 #include "bmpfont/bmp_file.h"
 #include "bmpfont/grid_colors.h"
 #include "bmpfont/png_image.h"
-#include "core/bmp_image.h"
+#include "bmpfont/bmp_image.h"
 #include "zgly/binary_file.h"
 
 namespace {

@@ -3,7 +3,7 @@
 #include "bmpfont/bmp_font_layout.h"
 #include "bmpfont/grid_painter.h"
 #include "bmpfont/grid_picture_file.h"
-#include "core/bmp_image.h"
+#include "bmpfont/bmp_image.h"
 #include "core/font_data.h"
 
 void WriteGridTemplate(const std::filesystem::path& out, const CGlyphOrder& order, const GridTemplateSettings& s,

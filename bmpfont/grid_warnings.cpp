@@ -8,7 +8,7 @@
 #include "bmpfont/bmp_font_layout.h"
 #include "bmpfont/grid_colors.h"
 #include "bmpfont/grid_picture_file.h"
-#include "core/bmp_image.h"
+#include "bmpfont/bmp_image.h"
 #include "core/general_exception.h"
 #include "core/pg_ctrl.h"
 

@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <cstring>
 
-#include "core/bmp_image.h"
+#include "bmpfont/bmp_image.h"
 #include "core/general_exception.h"
-#include "zgly/png_writer.h"
+#include "preview/png_writer.h"
 
 bool IsPng(const std::vector<uint8_t>& bytes) {
     static const uint8_t signature[8] = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};

@@ -1,7 +1,5 @@
 #include "cli/build_state.h"
 
-#include <unistd.h>
-
 #include <cstdio>
 #include <fstream>
 #include <sstream>

@@ -1,7 +1,7 @@
 #include "cli/cli_front_end.h"
 
 #include "cli/factories.h"
-#include "core/char_selection.h"
+#include "xmlfiles/char_selection.h"
 
 std::unique_ptr<CFontReader> CCliFrontEnd::CreateReader() { return ::CreateReader(Options, RunSummary); }
 

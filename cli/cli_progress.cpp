@@ -1,13 +1,8 @@
 #include "cli/cli_progress.h"
 
-#include <csignal>
+#include "platform/cancel_signals.h"
 
 namespace {
-
-// The signal that asked to stop, 0 while none did.
-volatile std::sig_atomic_t g_Interrupted = 0;
-
-void OnInterrupt(int signal) { g_Interrupted = signal; }
 
 constexpr int BarWidth = 30;
 
@@ -17,25 +12,18 @@ CCliPgCtrl::CCliPgCtrl(std::FILE* out, bool quiet, bool showBar) : Out(out), Qui
 
 CCliPgCtrl::~CCliPgCtrl() { ClearBar(); }
 
-void CCliPgCtrl::InstallInterruptHandler() {
-    struct sigaction sa {};
-    sa.sa_handler = OnInterrupt;
-    sigemptyset(&sa.sa_mask);
-    sa.sa_flags = SA_RESETHAND;
-    // Being told to end (kill, a closed terminal) stops the run as Ctrl-C
-    // does, so that its temporary file is removed on the way out.
-    for (int signal : {SIGINT, SIGTERM, SIGHUP}) sigaction(signal, &sa, nullptr);
-}
+// Being told to end (kill, a closed terminal) stops the run as Ctrl-C does,
+// so that its temporary file is removed on the way out.
+void CCliPgCtrl::InstallInterruptHandler() { CatchCancelSignals(CancelCatch::Run); }
 
 void CCliPgCtrl::EndLikeTheInterruptingSignal() {
-    const int signal = g_Interrupted;
-    if (signal != SIGTERM && signal != SIGHUP) return;
-    // The parent sees the program ended by the signal it sent.
-    std::signal(signal, SIG_DFL);
-    std::raise(signal);
+    // The parent sees the program ended by the signal it sent; Ctrl-C ends
+    // with the cancelled exit status instead.
+    const CancelSignal signal = ReceivedCancelSignal();
+    if (signal == CancelSignal::Terminate || signal == CancelSignal::HangUp) EndLikeTheSignal(signal);
 }
 
-bool CCliPgCtrl::Interrupted() { return g_Interrupted != 0; }
+bool CCliPgCtrl::Interrupted() { return ReceivedCancelSignal() != CancelSignal::None; }
 
 bool CCliPgCtrl::IsCanceled() { return Interrupted(); }
 

@@ -10,6 +10,7 @@
 #include "core/pg_ctrl.h"
 #include "sources/font_catalog.h"
 #include "xmlfiles/glyph_order_files.h"
+#include "xmlfiles/glyph_order_handler.h"
 
 void RunListOrders(bool json, std::FILE* out, std::FILE* err) {
     // Files that fail to load are reported as warnings, as at the window's start-up.
@@ -25,7 +26,7 @@ void RunListOrders(bool json, std::FILE* out, std::FILE* err) {
         int width = 0, height = 0;
         try {
             CGlyphOrder order;
-            order.Load(info.Path);
+            LoadGlyphOrderFile(order, info.Path);
             width = order.Width;
             height = order.Height;
             grid = std::to_string(width) + "x" + std::to_string(height);

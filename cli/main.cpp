@@ -1,8 +1,5 @@
 // glyphwright-cli: the command line front end. Parses the options, then runs
 // the same conversion as the window through the core's front-end interface.
-#include <unistd.h>
-
-#include <csignal>
 #include <cstdio>
 #include <filesystem>
 #include <new>
@@ -21,6 +18,8 @@
 #include "cli/template_command.h"
 #include "core/conversion.h"
 #include "core/general_exception.h"
+#include "platform/cancel_signals.h"
+#include "platform/terminal.h"
 
 namespace {
 
@@ -44,7 +43,7 @@ int RunConvert(const CliOptions& options) {
     ConversionOutcome outcome;
     int warnings = 0;
     {
-        CCliPgCtrl pg(stderr, options.Quiet, ::isatty(STDERR_FILENO) != 0);
+        CCliPgCtrl pg(stderr, options.Quiet, StandardErrorIsTerminal());
         outcome = RunConversion(frontEnd, pg);
         warnings = pg.WarningCount();
     }
@@ -91,7 +90,7 @@ static int RunCommandLine(const std::vector<std::string>& args) {
 int main(int argc, char** argv) {
     // A reader of stderr that goes away (| head) must not end the run before
     // its output file is written; the writes to the closed pipe just fail.
-    std::signal(SIGPIPE, SIG_IGN);
+    IgnoreBrokenPipes();
     const std::string command = argc > 1 ? argv[1] : "";
     // Every failure ends here: its message as the message window shows it, status 1.
     try {

@@ -6,8 +6,8 @@
 #include "cli/preview_missing.h"
 #include "core/general_exception.h"
 #include "zgly/font_block_set.h"
-#include "zgly/png_writer.h"
-#include "zgly/text_renderer.h"
+#include "preview/png_writer.h"
+#include "preview/text_renderer.h"
 
 void RunPreviewCommand(const CliOptions& options) {
     CFontBlockSet set;

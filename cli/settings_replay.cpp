@@ -7,7 +7,7 @@
 #include "cli/convert_options.h"
 #include "core/codepage.h"
 #include "core/general_exception.h"
-#include "ui/settings_store.h"
+#include "settings/settings_store.h"
 #include "xmlfiles/glyph_order_files.h"
 
 namespace fs = std::filesystem;

@@ -8,6 +8,7 @@
 #include "cli/options.h"
 #include "core/glyph_order.h"
 #include "xmlfiles/glyph_order_files.h"
+#include "xmlfiles/glyph_order_handler.h"
 #include "zgly/path_checks.h"
 
 namespace {
@@ -62,7 +63,7 @@ void RunTemplateCommand(const TemplateOptions& o) {
     CheckOutputFile(o.OutPath);
     CheckGlyphOrderFile(order);
     CGlyphOrder grid;
-    grid.Load(order);
+    LoadGlyphOrderFile(grid, order);
     CheckOrderGrid(grid, order);
     WriteGridTemplate(o.OutPath, grid, o.Grid, order.filename().string());
 }

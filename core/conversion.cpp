@@ -3,13 +3,12 @@
 #include <exception>
 #include <new>
 
-#include "core/char_selection.h"
 #include "core/font_data.h"
 #include "core/font_filter.h"
 #include "core/general_exception.h"
 #include "core/glyph_order.h"
 #include "core/pg_ctrl.h"
-#include "zgly/path_checks.h"
+#include "platform/paths.h"
 
 namespace {
 
@@ -33,8 +32,6 @@ void ShowError(CConversionFrontEnd& ui, CPgCtrl& pg, const std::string& text) {
 
 }  // namespace
 
-void CConversionFrontEnd::LoadFilter(CFontFilter& filter) { LoadFilterFile(filter, CommitFilterPath()); }
-
 ConversionOutcome RunConversion(CConversionFrontEnd& ui, CPgCtrl& pg) {
     CPgCtrlScope scope(&pg);
     auto font = std::make_unique<CFontData>();
@@ -51,7 +48,7 @@ ConversionOutcome RunConversion(CConversionFrontEnd& ui, CPgCtrl& pg) {
         bool useFilter = ui.UseFilter();
         if (useFilter) {
             std::string text = ui.FilterPathText();
-            if (!text.empty() && !FileExists(text)) ThrowError("Parameter Error:\n Filter file(%s) not exists", text);
+            if (!text.empty() && !PathExists(text)) ThrowError("Parameter Error:\n Filter file(%s) not exists", text);
         }
         ui.ClearMessages();
         reader = ui.CreateReader();

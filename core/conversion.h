@@ -28,9 +28,9 @@ public:
     virtual std::string FilterPathText() = 0;
     // Commits the filter field's text to its history and returns it.
     virtual std::string CommitFilterPath() = 0;
-    // Fills the run's filter once "Use Filter" is on: by default from the
+    // Fills the run's filter once "Use Filter" is on, usually from the
     // committed filter path (an .xllt file, or a .txt file of characters).
-    virtual void LoadFilter(CFontFilter& filter);
+    virtual void LoadFilter(CFontFilter& filter) = 0;
 
     // The current input panel's reader and output panel's writer; either may
     // throw its panel's parameter messages.

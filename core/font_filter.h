@@ -17,8 +17,6 @@ public:
     }
     void RestrictToOrder(const CGlyphOrder& order);
     void ReportMissingLetters(const CFontData& font) const;
-    // Reads an .xllt file (implemented with the XML files); throws on failure.
-    void Load(const std::filesystem::path& path);
 
     bool PassAll = true;
     std::map<uint16_t, bool> Letters;

@@ -10,8 +10,6 @@ inline constexpr uint16_t NoCode = 0xFFFF;
 class CGlyphOrder {
 public:
     uint16_t GetCode(int x, int y) const;
-    // Reads an .xlor file (implemented with the XML files); throws on failure.
-    void Load(const std::filesystem::path& path);
 
     int32_t Width = 16;
     int32_t Height = 0;

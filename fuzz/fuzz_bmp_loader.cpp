@@ -1,6 +1,6 @@
 // The BMP loader on arbitrary file bytes.
 #include "bmpfont/bmp_file.h"
-#include "core/bmp_image.h"
+#include "bmpfont/bmp_image.h"
 #include "fuzz/fuzz_support.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {

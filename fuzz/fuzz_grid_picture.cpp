@@ -1,7 +1,7 @@
 // The glyph-grid picture loader on arbitrary file bytes: palette BMPs, true-
 // colour and run-length BMPs and PNG; the first byte picks the font depth.
 #include "bmpfont/grid_picture_file.h"
-#include "core/bmp_image.h"
+#include "bmpfont/bmp_image.h"
 #include "fuzz/fuzz_support.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {

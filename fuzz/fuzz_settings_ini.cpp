@@ -1,8 +1,8 @@
 // The desktop window's settings file parser on arbitrary file bytes: reading
 // keys, writing one back, and the string escapes.
 #include "fuzz/fuzz_support.h"
-#include "ui/ini_file.h"
-#include "ui/settings_store.h"
+#include "settings/ini_file.h"
+#include "settings/settings_store.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
     CFuzzEnvironment& env = FuzzEnvironment();

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Prints the size of the test suite against the code it tests: non-blank lines that are
 # not only comments, in tests/ (C++ sources and headers, CMakeLists.txt, scripts) against
-# core/ zgly/ bmpfont/ xmlfiles/ sources/ ui/ cli/.
+# platform/ core/ zgly/ preview/ xmlfiles/ sources/ bmpfont/ settings/ ui/ cli/.
 # Left out: the generated code-page tables (core/codepage_tables.cpp), the fuzzer seeds
 # (tests/fuzz-corpus/) and fixture data files (tests/**/*.txt reference images).
 # Comments: whole lines of // ..., lines inside /* ... */, and # lines in CMake files.
@@ -40,7 +40,7 @@ files_in() {
 }
 
 mapfile -t test_files < <(files_in tests)
-mapfile -t code_files < <(files_in core zgly bmpfont xmlfiles sources ui cli)
+mapfile -t code_files < <(files_in platform core zgly preview xmlfiles sources bmpfont settings ui cli)
 tests=$(count "${test_files[@]}")
 code=$(count "${code_files[@]}")
 awk -v t="$tests" -v c="$code" 'BEGIN { printf "tests %d  code %d  ratio %.1f %%\n", t, c, 100 * t / c }'

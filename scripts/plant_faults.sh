@@ -9,7 +9,7 @@ set -uo pipefail
 cd "$(dirname "$0")/.."
 BUILD=${BUILD_DIR:-build}
 # The programs the tests run; benchmarks and the fuzzers are left out for speed.
-TARGETS="glyphwright-cli test_core test_zgly test_bmpfont test_xmlfiles test_sources test_cli test_robustness"
+TARGETS="glyphwright-cli test_core test_zgly test_preview test_bmpfont test_xmlfiles test_sources test_cli test_robustness"
 grep -q '^test_ui:' <(cmake --build "$BUILD" --target help 2>/dev/null | sed 's/^\.\.\. //; s/ .*//; s/$/:/') && TARGETS="$TARGETS test_ui"
 PATTERN=${1:-}
 
@@ -31,7 +31,7 @@ cell-width-256 | zgly/zarnic_font_writer.cpp | s/font\.CellWidth\.Value > MaxByt
 bmp-file-size-field | bmpfont/bmp_file.cpp | s/BmpFileHeaderBytes \+ BmpInfoHeaderBytes \+ paletteBytes \+ image\.ImageSize/BmpFileHeaderBytes + BmpInfoHeaderBytes + image.ImageSize/
 bmp-palette-index-0 | bmpfont/grid_warnings.cpp | s/index == 0 \? white : index/index/
 two-whites-warning-dropped | bmpfont/bmp_font_reader.cpp | s/ReportWarning\(g_pPgCtrl, "2 or more white colors are found."\);/;/
-permissions-lost | zgly/save_target.cpp | s/::fchmod\(Fd, old\.st_mode & 07777\);/;/
+permissions-lost | platform/posix/save_target.cpp | s/::fchmod\(Fd, old\.st_mode & 07777\);/;/
 order-file-listed-twice | xmlfiles/glyph_order_files.cpp | s/if \(std::any_of\(list\.begin/if (false \&\& std::any_of(list.begin/
 history-beyond-ten | ui/path_history.cpp | s/std::min<std::size_t>\(Items\.size\(\), Capacity\)/Items.size()/
 shift-jis-name | core/codepage.cpp | s/return "Shift_JIS";/return "Shift-JIS";/
@@ -50,7 +50,7 @@ x-default-width-type | cli/options.h | s/int WidthType = 1;/int WidthType = 0;/
 x-order-not-limiting | core/font_filter.cpp | s/if \(!Letters\.empty\(\)\) PassAll = false;/;/
 x-grid-centring | bmpfont/grid_placement.cpp | s/std::max\(g\.LeftSpace, 0\)\) \/ 2;/std::max(g.LeftSpace, 0)) \/ 2 + 1;/
 x-lc-half-turn | sources/lc_font_reader.cpp | s/if \(Vertical\) RotateClockwise/if (Vertical) RotateCounterClockwise/
-y-bmp-4bit-nibbles | core/bmp_image.cpp | s/\? \(row\[x \/ 2\] >> 4\) : \(row\[x \/ 2\] & 0x0F\)/? (row[x \/ 2] \& 0x0F) : (row[x \/ 2] >> 4)/
+y-bmp-4bit-nibbles | bmpfont/bmp_image.cpp | s/\? \(row\[x \/ 2\] >> 4\) : \(row\[x \/ 2\] & 0x0F\)/? (row[x \/ 2] \& 0x0F) : (row[x \/ 2] >> 4)/
 y-bit-read-split | core/bit_stream.cpp | s/return \(high << rest\) \| low;/return (high << (rest + 1)) | low;/
 LIST
 )

@@ -1,8 +1,13 @@
-// The installed font families, as the face list and the font reader see them.
+// The fonts installed in the system, found by family name: the one place
+// that asks the system's font catalog (fontconfig). A build without a catalog
+// (GLYPHWRIGHT_FONTCONFIG off) finds no installed fonts; faces are then given
+// as font files.
 #pragma once
 
 #include <string>
 #include <vector>
+
+#include "sources/font_face.h"
 
 struct FontFaceInfo {
     std::string Family;
@@ -16,5 +21,20 @@ struct FontFaceInfo {
     std::vector<std::string> Styles;
 };
 
+// This build can find installed fonts by family name.
+bool FontCatalogAvailable();
+
 // Every installed family once, sorted case-insensitively.
 std::vector<FontFaceInfo> ListInstalledFaces();
+
+struct InstalledFamilyMatch {
+    FontLocation Font;
+    bool Scalable = true;
+    // For a bitmap family: every file of the matched style (one per size,
+    // usually), so that the one nearest a size can be picked.
+    std::vector<FontLocation> StyleFiles;
+};
+
+// The family's regular upright font as the catalog matches it; false when no
+// family of that name (ignoring case) is installed.
+bool FindInstalledFamily(const std::string& family, InstalledFamilyMatch& out);

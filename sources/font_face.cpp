@@ -1,4 +1,4 @@
-// Face lookup through fontconfig and the cell-height size convention.
+// Face lookup (a font file, else the font catalog) and the cell-height size convention.
 #include "sources/font_face.h"
 
 #include <algorithm>
@@ -8,7 +8,7 @@
 #include FT_TRUETYPE_TABLES_H
 
 #include "core/general_exception.h"
-#include "sources/fontconfig_support.h"
+#include "sources/font_catalog.h"
 
 FontRequest ParseFaceName(const std::string& faceName) {
     FontRequest r;
@@ -40,54 +40,21 @@ int NearestStrikeDistance(FT_Library lib, const char* file, int index, int32_t s
     return best;
 }
 
-// Bitmap families usually ship one file per size: among the files of the
-// matched font's family and style, the one whose strike is nearest the size.
-void PickStrikeFile(FcPattern* match, const std::string& name, int32_t size, FontLocation& out) {
-    FcChar8* style = nullptr;
-    FcPatternGetString(match, FC_STYLE, 0, &style);
-    FcPatternPtr pattern(FcPatternCreate());
-    FcPatternAddString(pattern.get(), FC_FAMILY, reinterpret_cast<const FcChar8*>(name.c_str()));
-    if (style) FcPatternAddString(pattern.get(), FC_STYLE, style);
-    FcObjectSetPtr objects(FcObjectSetBuild(FC_FILE, FC_INDEX, FC_SCALABLE, FC_OUTLINE, nullptr));
-    FcFontSetPtr fonts(FcFontList(nullptr, pattern.get(), objects.get()));
-    if (!fonts) return;
+// Among the files of a bitmap family's style, the one whose strike is
+// nearest the size; the matched file unless another is nearer.
+FontLocation NearestStrikeFile(const InstalledFamilyMatch& match, int32_t size) {
+    FontLocation best = match.Font;
     FtLibraryPtr lib = MakeFtLibrary();
-    int bestDistance = NearestStrikeDistance(lib.get(), out.File.c_str(), out.Index, size);
-    for (int i = 0; i < fonts->nfont && bestDistance != 0; ++i) {
-        FcPattern* font = fonts->fonts[i];
-        FcChar8* file = nullptr;
-        int index = 0;
-        if (IsScalablePattern(font) || FcPatternGetString(font, FC_FILE, 0, &file) != FcResultMatch) continue;
-        FcPatternGetInteger(font, FC_INDEX, 0, &index);
-        int d = NearestStrikeDistance(lib.get(), reinterpret_cast<const char*>(file), index, size);
+    int bestDistance = NearestStrikeDistance(lib.get(), best.File.c_str(), best.Index, size);
+    for (const FontLocation& file : match.StyleFiles) {
+        if (bestDistance == 0) break;
+        int d = NearestStrikeDistance(lib.get(), file.File.c_str(), file.Index, size);
         if (d >= 0 && (bestDistance < 0 || d < bestDistance)) {
             bestDistance = d;
-            out.File = reinterpret_cast<const char*>(file);
-            out.Index = index;
+            best = file;
         }
     }
-}
-
-bool ResolveFamily(const std::string& name, int32_t size, FontLocation& out) {
-    if (!FcInit()) return false;
-    FcPatternPtr pattern(FcPatternCreate());
-    FcPatternAddString(pattern.get(), FC_FAMILY, reinterpret_cast<const FcChar8*>(name.c_str()));
-    FcPatternAddInteger(pattern.get(), FC_WEIGHT, FC_WEIGHT_REGULAR);
-    FcPatternAddInteger(pattern.get(), FC_SLANT, FC_SLANT_ROMAN);
-    FcConfigSubstitute(nullptr, pattern.get(), FcMatchPattern);
-    FcDefaultSubstitute(pattern.get());
-    FcResult result = FcResultNoMatch;
-    FcPatternPtr match(FcFontMatch(nullptr, pattern.get(), &result));
-    // fontconfig always offers a fallback; only the family asked for counts.
-    if (!match || !HasName(match.get(), FC_FAMILY, name)) return false;
-    FcChar8* file = nullptr;
-    if (FcPatternGetString(match.get(), FC_FILE, 0, &file) != FcResultMatch) return false;
-    int index = 0;
-    FcPatternGetInteger(match.get(), FC_INDEX, 0, &index);
-    out.File = reinterpret_cast<const char*>(file);
-    out.Index = index;
-    if (size != 0 && !IsScalablePattern(match.get())) PickStrikeFile(match.get(), name, size, out);
-    return true;
+    return best;
 }
 
 bool IsFontFile(const std::filesystem::path& path) {
@@ -115,7 +82,10 @@ bool ResolveFontName(const std::string& name, FontLocation& out, int32_t size) {
         out.Index = 0;
         return true;
     }
-    return ResolveFamily(name, size, out);
+    InstalledFamilyMatch match;
+    if (!FindInstalledFamily(name, match)) return false;
+    out = size != 0 && !match.Scalable ? NearestStrikeFile(match, size) : match.Font;
+    return true;
 }
 
 bool IsBitmapOnly(const FontLocation& location) {

@@ -7,8 +7,21 @@
 #include "core/font_filter.h"
 #include "core/general_exception.h"
 #include "core/pg_ctrl.h"
+#include "sources/font_catalog.h"
 #include "sources/font_face.h"
 #include "sources/letterer.h"
+
+namespace {
+
+[[noreturn]] void ThrowFaceNotFound(const std::string& name) {
+    if (!FontCatalogAvailable())
+        ThrowError("Parameter Error:\n Font(%s) is not a font file; this build finds no installed fonts by name, "
+                   "give the path of a font file.",
+                   name);
+    ThrowError("Parameter Error:\n Font(%s) is not installed.", name);
+}
+
+}  // namespace
 
 void CWinFontReader::CheckParameters() {
     if (FaceName.empty()) ThrowError("Internal Error:\n Font is not selected.");
@@ -17,8 +30,7 @@ void CWinFontReader::CheckParameters() {
     if (WidthType < 0 || WidthType > 3) ThrowError("Internal Error:\n Invalid GlyphWidth Type(%d)", WidthType);
     if (WidthType == 3 && FixedWidth <= 0) ThrowError("Parameter Error:\n Invalid fixed width(%d)", FixedWidth);
     FontLocation location;
-    if (!ResolveFontName(ParseFaceName(FaceName).FaceName, location))
-        ThrowError("Parameter Error:\n Font(%s) is not installed.", FaceName);
+    if (!ResolveFontName(ParseFaceName(FaceName).FaceName, location)) ThrowFaceNotFound(FaceName);
 }
 
 void CWinFontReader::Read(CFontData& font, const CFontFilter& filter) {
@@ -29,8 +41,7 @@ void CWinFontReader::Read(CFontData& font, const CFontFilter& filter) {
     const FontRequest request = ParseFaceName(FaceName);
     // Looked up once: with the size, a bitmap family's file nearest it.
     FontLocation location;
-    if (!ResolveFontName(request.FaceName, location, Size))
-        ThrowError("Parameter Error:\n Font(%s) is not installed.", request.FaceName);
+    if (!ResolveFontName(request.FaceName, location, Size)) ThrowFaceNotFound(request.FaceName);
     // A face of bitmap strikes has no grey levels: it is read at 2 levels
     // whatever was asked, as the window's level list offers only that.
     const int32_t bpp = IsBitmapOnly(location) ? 1 : Bpp;

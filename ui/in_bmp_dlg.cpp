@@ -7,7 +7,7 @@
 #include "bmpfont/bmp_font_reader.h"
 #include "ui/glyph_order_list.h"
 #include "ui/path_combo.h"
-#include "ui/settings_store.h"
+#include "settings/settings_store.h"
 
 CInBmpDlg::CInBmpDlg(const CSettingsStore& settings, const GlyphOrderList& orders, QWidget* parent)
     : CInDlg(settings, parent),

@@ -6,7 +6,7 @@
 
 #include "sources/lc_font_reader.h"
 #include "ui/path_combo.h"
-#include "ui/settings_store.h"
+#include "settings/settings_store.h"
 
 namespace {
 

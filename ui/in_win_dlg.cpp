@@ -15,7 +15,7 @@
 #include "core/general_exception.h"
 #include "sources/win_font_reader.h"
 #include "ui/icons.h"
-#include "ui/settings_store.h"
+#include "settings/settings_store.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 #include <QApplication>
 
 #include "ui/main_dlg.h"
-#include "ui/settings_store.h"
+#include "settings/settings_store.h"
 #include "ui/termination_watch.h"
 
 int main(int argc, char** argv) {

@@ -22,6 +22,7 @@
 #include <cstdlib>
 
 #include "core/general_exception.h"
+#include "xmlfiles/char_selection.h"
 #include "ui/icons.h"
 #include "ui/in_bmp_dlg.h"
 #include "ui/in_lc_dlg.h"
@@ -373,6 +374,8 @@ std::string CMainDlg::CommitFilterPath() {
     FilterField->Commit();
     return FilterField->GetText();
 }
+
+void CMainDlg::LoadFilter(CFontFilter& filter) { LoadFilterFile(filter, CommitFilterPath()); }
 
 std::unique_ptr<CFontReader> CMainDlg::CreateReader() { return CurrentInput->CreateReader(); }
 

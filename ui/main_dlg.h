@@ -12,7 +12,7 @@
 #include "core/conversion.h"
 #include "core/pg_ctrl.h"
 #include "ui/panel_dlg.h"
-#include "ui/settings_store.h"
+#include "settings/settings_store.h"
 
 class QCheckBox;
 class QGroupBox;
@@ -48,6 +48,7 @@ public:
     bool UseFilter() override;
     std::string FilterPathText() override;
     std::string CommitFilterPath() override;
+    void LoadFilter(CFontFilter& filter) override;
     std::unique_ptr<CFontReader> CreateReader() override;
     std::unique_ptr<CFontWriter> CreateWriter() override;
     void CommitInputHistory() override;

@@ -13,7 +13,7 @@
 #include "bmpfont/bmp_font_writer.h"
 #include "ui/glyph_order_list.h"
 #include "ui/path_combo.h"
-#include "ui/settings_store.h"
+#include "settings/settings_store.h"
 
 namespace {
 

@@ -14,7 +14,7 @@
 #include "core/codepage.h"
 #include "core/general_exception.h"
 #include "ui/path_combo.h"
-#include "ui/settings_store.h"
+#include "settings/settings_store.h"
 #include "ui/zarnic_field_rules.h"
 #include "zgly/alternate_char.h"
 #include "zgly/zarnic_font_writer.h"

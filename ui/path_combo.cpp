@@ -13,7 +13,7 @@
 
 #include "ui/dlg.h"
 #include "ui/path_tip.h"
-#include "ui/settings_store.h"
+#include "settings/settings_store.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <system_error>
 
 #include "core/general_exception.h"
-#include "ui/settings_store.h"
+#include "settings/settings_store.h"
 
 void CPathHistory::Load() {
     Items.clear();

@@ -15,9 +15,9 @@
 #include <new>
 
 #include "core/general_exception.h"
-#include "ui/settings_store.h"
+#include "settings/settings_store.h"
 #include "zgly/font_block_set.h"
-#include "zgly/text_renderer.h"
+#include "preview/text_renderer.h"
 
 namespace {
 const char* Section = "Preview";

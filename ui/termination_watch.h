@@ -7,6 +7,8 @@
 #include <QObject>
 #include <QTimer>
 
+#include "platform/cancel_signals.h"
+
 class QWidget;
 
 class CTerminationWatch : public QObject {
@@ -17,8 +19,8 @@ public:
     CTerminationWatch(const CTerminationWatch&) = delete;
     CTerminationWatch& operator=(const CTerminationWatch&) = delete;
 
-    // The signal received, 0 while none was.
-    static int Received();
+    // The signal received, None while none was.
+    static CancelSignal Received();
     // After the window closed on a signal: ends the program by it.
     static void EndLikeTheSignal();
     // What every tick of the watch does: once a signal came, asks the visible

@@ -8,7 +8,7 @@
 #include <QScrollBar>
 #include <QVBoxLayout>
 
-#include "ui/settings_store.h"
+#include "settings/settings_store.h"
 
 namespace {
 const char* Section = "WarningWindow";

@@ -5,7 +5,7 @@
 #include <QWidget>
 #include <algorithm>
 
-#include "ui/settings_store.h"
+#include "settings/settings_store.h"
 
 namespace {
 

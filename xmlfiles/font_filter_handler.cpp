@@ -50,9 +50,9 @@ void CFontFilterHandler::EndElement(std::string_view name) {
         InBody = false;
 }
 
-void CFontFilter::Load(const std::filesystem::path& path) {
-    CFontFilterHandler handler(*this);
+void LoadFontFilterFile(CFontFilter& filter, const std::filesystem::path& path) {
+    CFontFilterHandler handler(filter);
     ParseXmlFile(handler, path, FontFilterTexts);
-    Letters[0x0020] = true;
-    PassAll = false;
+    filter.Letters[0x0020] = true;
+    filter.PassAll = false;
 }

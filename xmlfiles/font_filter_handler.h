@@ -4,6 +4,9 @@
 #include "core/font_filter.h"
 #include "xmlfiles/xml_frame.h"
 
+// Reads an .xllt file into the filter; throws on failure.
+void LoadFontFilterFile(CFontFilter& filter, const std::filesystem::path& path);
+
 class CFontFilterHandler : public CXmlHandlerBase {
 public:
     // Parser warnings make a filter fail to load.

@@ -1,7 +1,5 @@
 #include "xmlfiles/glyph_order_files.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <cctype>
 #include <system_error>
@@ -9,17 +7,13 @@
 #include "core/general_exception.h"
 #include "core/glyph_order.h"
 #include "core/pg_ctrl.h"
+#include "platform/paths.h"
+#include "platform/program_location.h"
+#include "xmlfiles/glyph_order_handler.h"
 #include "xmlfiles/zar_xml_file.h"
 #include "zgly/path_checks.h"
 
 namespace {
-
-std::filesystem::path ExecutableDirectory() {
-    std::error_code ec;
-    std::filesystem::path exe = std::filesystem::read_symlink("/proc/self/exe", ec);
-    if (ec || exe.empty()) return std::filesystem::current_path(ec);
-    return exe.parent_path();
-}
 
 bool HasOrderExtension(const std::filesystem::path& name) {
     std::string ext = name.extension().string();
@@ -35,7 +29,7 @@ void LoadGlyphOrderInfo(GlyphOrderInfo& info, const std::filesystem::path& path)
 }
 
 std::vector<std::filesystem::path> GlyphOrderDirectories() {
-    std::filesystem::path exeDir = ExecutableDirectory();
+    std::filesystem::path exeDir = ProgramDirectory();
     std::vector<std::filesystem::path> dirs{exeDir / "xlor"};
     // An installed program lives in prefix/bin; its data in prefix/share.
     if (exeDir.filename() == "bin") dirs.push_back(exeDir.parent_path() / "share" / "glyphwright" / "xlor");
@@ -47,10 +41,11 @@ void FindGlyphOrderFiles(std::vector<GlyphOrderInfo>& list) { FindGlyphOrderFile
 void FindGlyphOrderFilesIn(std::vector<GlyphOrderInfo>& list, const std::vector<std::filesystem::path>& dirs) {
     CZarXmlFile reader;
     for (const auto& dir : dirs) {
-        std::error_code ec;
         std::vector<std::filesystem::path> files;
-        for (std::filesystem::directory_iterator it(dir, ec), end; !ec && it != end; it.increment(ec))
-            if (HasOrderExtension(it->path().filename()) && it->is_regular_file(ec)) files.push_back(it->path());
+        for (const auto& entry : ListDirectory(dir)) {
+            std::error_code ec;
+            if (HasOrderExtension(entry.filename()) && std::filesystem::is_regular_file(entry, ec)) files.push_back(entry);
+        }
         // Sorted, so that the list reads the same on every run.
         std::sort(files.begin(), files.end());
         for (const auto& file : files) {
@@ -73,5 +68,5 @@ void FindGlyphOrderFilesIn(std::vector<GlyphOrderInfo>& list, const std::vector<
 void CheckGlyphOrderFile(const std::filesystem::path& path) {
     CheckInputFile(path);
     CGlyphOrder order;
-    order.Load(path);
+    LoadGlyphOrderFile(order, path);
 }

@@ -60,15 +60,15 @@ void CGlyphOrderHandler::EndElement(std::string_view name) {
         InBody = false;
 }
 
-void CGlyphOrder::Load(const std::filesystem::path& path) {
-    CGlyphOrderHandler handler(*this);
+void LoadGlyphOrderFile(CGlyphOrder& order, const std::filesystem::path& path) {
+    CGlyphOrderHandler handler(order);
     ParseXmlFile(handler, path, GlyphOrderTexts);
-    if (Width <= 0) ThrowError("XML Error:\n Invalid order width(=%d).", Width);
-    if (HeightGiven) {
-        if (Height <= 0) ThrowError("XML Error:\n Invalid order height(=%d).", Height);
+    if (order.Width <= 0) ThrowError("XML Error:\n Invalid order width(=%d).", order.Width);
+    if (order.HeightGiven) {
+        if (order.Height <= 0) ThrowError("XML Error:\n Invalid order height(=%d).", order.Height);
     } else {
-        long long rows = (static_cast<long long>(Codes.size()) + Width - 1) / Width;
-        Height = static_cast<int32_t>(rows);
+        long long rows = (static_cast<long long>(order.Codes.size()) + order.Width - 1) / order.Width;
+        order.Height = static_cast<int32_t>(rows);
     }
-    Loaded = true;
+    order.Loaded = true;
 }

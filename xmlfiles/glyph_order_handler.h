@@ -4,6 +4,9 @@
 #include "core/glyph_order.h"
 #include "xmlfiles/xml_frame.h"
 
+// Reads an .xlor file into the order; throws on failure.
+void LoadGlyphOrderFile(CGlyphOrder& order, const std::filesystem::path& path);
+
 class CGlyphOrderHandler : public CXmlHandlerBase {
 public:
     explicit CGlyphOrderHandler(CGlyphOrder& order) : CXmlHandlerBase(false), Order(order) {}

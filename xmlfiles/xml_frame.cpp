@@ -1,10 +1,5 @@
 #include "xmlfiles/xml_frame.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
-#include <cerrno>
-#include <cstring>
 #include <exception>
 #include <memory>
 #include <set>
@@ -19,6 +14,7 @@
 #include <expat.h>
 
 #include "core/general_exception.h"
+#include "platform/file_handle.h"
 #include "xmlfiles/xml_encodings.h"
 
 namespace {
@@ -41,8 +37,8 @@ public:
     CXmlParse(CXmlHandlerBase& handler, std::string systemId);
 
     // Feeds the file to the parser until the document ends or the first error.
-    // Returns false when reading the file failed (errno tells why).
-    bool Feed(int fd);
+    // Returns false when reading the file failed (LastSystemErrorText tells why).
+    bool Feed(CFileHandle& file);
 
     CXmlHandlerBase& Handler;
     std::string SystemId;
@@ -108,13 +104,11 @@ CXmlParse::CXmlParse(CXmlHandlerBase& handler, std::string systemId)
 #endif
 }
 
-bool CXmlParse::Feed(int fd) {
+bool CXmlParse::Feed(CFileHandle& file) {
     for (;;) {
         void* buffer = XML_GetBuffer(Parser.get(), ChunkSize);
         if (!buffer) throw std::bad_alloc();
-        ssize_t got;
-        do got = ::read(fd, buffer, ChunkSize);
-        while (got < 0 && errno == EINTR);
+        const int64_t got = file.ReadSome(buffer, ChunkSize);
         if (got < 0) return false;
         bool last = got == 0;
         XML_Status status = XML_ParseBuffer(Parser.get(), static_cast<int>(got), last);
@@ -241,14 +235,14 @@ int CXmlParse::OnExternalEntity(XML_Parser parser, const XML_Char*, const XML_Ch
 
 void ParseXmlFile(CXmlHandlerBase& handler, const std::filesystem::path& path, const XmlFailureTexts& texts) {
     std::string systemId = path.string();
-    int fd = ::open(systemId.c_str(), O_RDONLY | O_CLOEXEC);
-    if (fd < 0) ThrowError(texts.Library, FormatString("unable to open the file '%s': %s", systemId, std::strerror(errno)));
-    std::unique_ptr<int, void (*)(int*)> closer(&fd, [](int* f) { ::close(*f); });
+    CFileHandle file;
+    if (!file.OpenAnyForReading(path))
+        ThrowError(texts.Library, FormatString("unable to open the file '%s': %s", systemId, LastSystemErrorText()));
 
     // The parser lives for this load only and goes on every way out.
     CXmlParse parse(handler, systemId);
-    if (!parse.Feed(fd))
-        ThrowError(texts.Library, FormatString("unable to read the file '%s': %s", systemId, std::strerror(errno)));
+    if (!parse.Feed(file))
+        ThrowError(texts.Library, FormatString("unable to read the file '%s': %s", systemId, LastSystemErrorText()));
     if (parse.Thrown) {
         try {
             std::rethrow_exception(parse.Thrown);

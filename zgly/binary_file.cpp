@@ -1,91 +1,60 @@
 #include "zgly/binary_file.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
-#include <cerrno>
 #include <string>
 
 #include "core/general_exception.h"
-#include "zgly/save_target.h"
 
-CBinaryFile::~CBinaryFile() {
-    // A save not closed is dropped with Save, which owns its descriptor.
-    if (Fd >= 0 && OpenMode == Mode::Read) ::close(Fd);
-}
+// A save not closed is dropped with Save, which owns its file.
+CBinaryFile::~CBinaryFile() = default;
 
 void CBinaryFile::Open(Mode mode) {
     OpenMode = mode;
     if (mode == Mode::Read) {
-        Fd = ::open(FilePath.c_str(), O_RDONLY | O_CLOEXEC);
-        struct stat st {};
-        if (Fd >= 0 && (::fstat(Fd, &st) != 0 || S_ISDIR(st.st_mode))) {
-            ::close(Fd);
-            Fd = -1;
-        }
-        if (Fd < 0) ThrowError("Can not open a file (%s).", FilePath);
+        if (!ReadFile.OpenForReading(FilePath)) ThrowError("Can not open a file (%s).", FilePath);
+        File = &ReadFile;
         return;
     }
     Save = std::make_unique<CSaveTarget>(FilePath);
-    Fd = Save->Begin();
-    if (Fd < 0) {
+    File = Save->Begin();
+    if (!File) {
         Save.reset();
         ThrowError("Can not open a file (%s).", FilePath);
     }
 }
 
 uint32_t CBinaryFile::Read(void* dst, uint32_t bytes) {
-    auto* p = static_cast<uint8_t*>(dst);
-    uint32_t done = 0;
-    while (done < bytes) {
-        ssize_t n = ::read(Fd, p + done, bytes - done);
-        if (n < 0) {
-            if (errno == EINTR) continue;
-            ThrowError("Can not read from a file (%s).", FilePath);
-        }
-        if (n == 0) break;
-        done += static_cast<uint32_t>(n);
-    }
-    return done;
+    int64_t got = File->Read(dst, bytes);
+    if (got < 0) ThrowError("Can not read from a file (%s).", FilePath);
+    return static_cast<uint32_t>(got);
 }
 
 void CBinaryFile::Write(const void* src, uint32_t bytes) {
-    const auto* p = static_cast<const uint8_t*>(src);
-    uint32_t done = 0;
-    while (done < bytes) {
-        ssize_t n = ::write(Fd, p + done, bytes - done);
-        if (n < 0 && errno == EINTR) continue;
-        if (n <= 0) ThrowError("Can not write to a file (%s).", FilePath);
-        done += static_cast<uint32_t>(n);
-    }
+    if (!File->Write(src, bytes)) ThrowError("Can not write to a file (%s).", FilePath);
 }
 
 void CBinaryFile::Seek(uint32_t position) {
-    if (::lseek(Fd, static_cast<off_t>(position), SEEK_SET) < 0)
-        ThrowError("Seek miss from begin on a file (%s).", FilePath);
+    if (!File->Seek(position)) ThrowError("Seek miss from begin on a file (%s).", FilePath);
 }
 
 uint32_t CBinaryFile::Tell() {
-    off_t pos = ::lseek(Fd, 0, SEEK_CUR);
+    int64_t pos = File->Tell();
     if (pos < 0 || pos > 0xFFFFFFFE) ThrowError("Cant tell the file position (%s).", FilePath);
     return static_cast<uint32_t>(pos);
 }
 
 uint64_t CBinaryFile::Size() {
-    struct stat st {};
-    if (::fstat(Fd, &st) != 0) ThrowError("Can not read from a file (%s).", FilePath);
-    return static_cast<uint64_t>(st.st_size);
+    int64_t size = File->Size();
+    if (size < 0) ThrowError("Can not read from a file (%s).", FilePath);
+    return static_cast<uint64_t>(size);
 }
 
 void CBinaryFile::Close() {
-    if (Fd < 0) return;
+    if (!File) return;
+    File = nullptr;
     if (OpenMode == Mode::Read) {
-        ::close(Fd);
-        Fd = -1;
+        ReadFile.Close();
         return;
     }
-    Fd = -1;
     bool ok = Save->Commit();
     Save.reset();
     if (!ok) ThrowError("Can not write to a file (%s).", FilePath);

@@ -11,7 +11,8 @@
 #include <memory>
 #include <vector>
 
-#include "zgly/save_target.h"
+#include "platform/file_handle.h"
+#include "platform/save_target.h"
 
 class CBinaryFile {
 public:
@@ -34,13 +35,15 @@ public:
     // Closes the file; a file opened for writing replaces the target now.
     // Throws "Can not write to a file (%s)." when that fails.
     void Close();
-    bool IsOpen() const { return Fd >= 0; }
+    bool IsOpen() const { return File != nullptr; }
     const std::filesystem::path& Path() const { return FilePath; }
 
 private:
     std::filesystem::path FilePath;
     std::unique_ptr<CSaveTarget> Save;
-    int Fd = -1;
+    CFileHandle ReadFile;
+    // The open file: ReadFile, or the save's new content.
+    CFileHandle* File = nullptr;
     Mode OpenMode = Mode::Read;
 };
 

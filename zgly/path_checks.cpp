@@ -1,14 +1,11 @@
 #include "zgly/path_checks.h"
 
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include "core/general_exception.h"
+#include "platform/paths.h"
 
 bool FileExists(const std::filesystem::path& path) {
     if (path.empty()) throw CGeneralException("Parameter Error:\n File not specified");
-    struct stat st {};
-    return ::stat(path.c_str(), &st) == 0;
+    return PathExists(path);
 }
 
 void CheckInputFile(const std::filesystem::path& path) {
@@ -17,12 +14,8 @@ void CheckInputFile(const std::filesystem::path& path) {
 
 void CheckOutputFile(const std::filesystem::path& path) {
     if (FileExists(path)) {
-        struct stat st {};
-        if (::stat(path.c_str(), &st) == 0 && S_ISDIR(st.st_mode))
-            ThrowError("Parameter Error:\n Specified path(%s) indicates directory.", path);
-        // No write bit counts as read only even for root, whom access() lets write anything.
-        if (::access(path.c_str(), W_OK) != 0 || (st.st_mode & 0222) == 0)
-            ThrowError("Parameter Error:\n Specified file(%s) is read only.", path);
+        if (IsDirectory(path)) ThrowError("Parameter Error:\n Specified path(%s) indicates directory.", path);
+        if (!IsWritableFile(path)) ThrowError("Parameter Error:\n Specified file(%s) is read only.", path);
         return;
     }
     // The directory part as written, keeping its trailing separator.

@@ -16,6 +16,7 @@
 #include "core/conversion.h"
 #include "core/font_data.h"
 #include "glyph_compare.h"
+#include "xmlfiles/char_selection.h"
 #include "xmlfiles/test_support.h"
 
 // A glyph from a cell given as one value per pixel (row by row).
@@ -147,6 +148,7 @@ public:
     bool UseFilter() override { return !FilterPath.empty(); }
     std::string FilterPathText() override { return FilterPath; }
     std::string CommitFilterPath() override { return FilterPath; }
+    void LoadFilter(CFontFilter& filter) override { LoadFilterFile(filter, CommitFilterPath()); }
     std::unique_ptr<CFontReader> CreateReader() override { return MakeReader(); }
     std::unique_ptr<CFontWriter> CreateWriter() override { return MakeWriter(); }
     void CommitInputHistory() override { ++Commits; }

@@ -2,7 +2,7 @@
 
 #include "bmp_test_support.h"
 #include "bmpfont/bmp_file.h"
-#include "core/bmp_image.h"
+#include "bmpfont/bmp_image.h"
 #include "zgly/binary_file.h"
 
 namespace {

@@ -8,6 +8,7 @@
 #include "core/font_filter.h"
 #include "core/glyph_order.h"
 #include "core/headless_pg_ctrl.h"
+#include "xmlfiles/glyph_order_handler.h"
 
 namespace {
 
@@ -246,7 +247,7 @@ TEST_F(BmpFontEdits, GlyphsWithoutWidthLinesAndGridsWithoutInk) {
 
     // So is a blank template, BMP or PNG, horizontal or vertical.
     CGlyphOrder order;
-    order.Load(Abcd);
+    LoadGlyphOrderFile(order, Abcd);
     for (bool vertical : {false, true})
         for (const char* name : {"blank.bmp", "blank.png"}) {
             Grid = Dir / name;

@@ -8,7 +8,7 @@
 #include "bmpfont/bmp_file.h"
 #include "bmpfont/bmp_font_reader.h"
 #include "bmpfont/bmp_font_writer.h"
-#include "core/bmp_image.h"
+#include "bmpfont/bmp_image.h"
 #include "core/font_filter.h"
 #include "core/glyph_order.h"
 #include "core/headless_pg_ctrl.h"

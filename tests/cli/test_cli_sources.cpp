@@ -10,11 +10,11 @@
 #include "bmpfont/bmp_file.h"
 #include "bmpfont/grid_picture_file.h"
 #include "cli_runner.h"
-#include "core/bmp_image.h"
+#include "bmpfont/bmp_image.h"
 #include "glyph_compare.h"
 #include "zgly/binary_file.h"
 #include "zgly/font_block_set.h"
-#include "zgly/text_renderer.h"
+#include "preview/text_renderer.h"
 
 namespace {
 

@@ -17,7 +17,7 @@
 #include "cli/cli_progress.h"
 #include "core/conversion.h"
 #include "core/headless_pg_ctrl.h"
-#include "ui/settings_store.h"
+#include "settings/settings_store.h"
 #include "xmlfiles/test_support.h"
 #include "zgly/binary_file.h"
 #include "zgly/synthetic_font.h"

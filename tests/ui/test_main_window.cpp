@@ -95,7 +95,7 @@ TEST_F(WindowTest, CancelAndTerminationDuringALongRunLeaveNoFile) {
         for (const auto& e : std::filesystem::directory_iterator(Dir.Dir)) EXPECT_EQ(e.path().filename(), "glyphwright.ini");
         EXPECT_TRUE(w->isVisible());
     }
-    EXPECT_EQ(CTerminationWatch::Received(), SIGTERM);
+    EXPECT_EQ(CTerminationWatch::Received(), CancelSignal::Terminate);
     watch.Check();
     EXPECT_FALSE(w->isVisible());
 }

@@ -2,7 +2,7 @@
 #include <cstdlib>
 
 #include "ui/path_history.h"
-#include "ui/settings_store.h"
+#include "settings/settings_store.h"
 #include "ui/zarnic_field_rules.h"
 #include "window_fixture.h"
 

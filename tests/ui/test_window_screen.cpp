@@ -9,7 +9,7 @@
 
 #include "ui/path_combo.h"
 #include "ui/preview_wnd.h"
-#include "ui/settings_store.h"
+#include "settings/settings_store.h"
 #include "ui/warning_wnd.h"
 #include "window_fixture.h"
 

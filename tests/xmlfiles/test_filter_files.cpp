@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "core/font_filter.h"
+#include "xmlfiles/font_filter_handler.h"
 #include "xmlfiles/test_support.h"
 
 namespace {
@@ -14,7 +15,7 @@ std::string List(const std::string& body, const std::string& root = "<letter-lis
 TEST(FilterFile, ReadsLettersCodesAndTheSpace) {
     CTempDir dir;
     CFontFilter f;
-    f.Load(dir.Write("f.xllt", List("<head><title>ignored XYZ</title></head><body><letter>ABC abc\n\t</letter>"
+    LoadFontFilterFile(f, dir.Write("f.xllt", List("<head><title>ignored XYZ</title></head><body><letter>ABC abc\n\t</letter>"
                                     "<Letter><CODE>0x3042</CODE><code> 66</code><x>D</x><code>0x45<!-- -->F</code><code/></Letter></body>")));
     EXPECT_FALSE(f.PassAll);
     std::map<uint16_t, bool> want{{' ', true}, {'A', true}, {'B', true}, {'C', true}, {'D', true},
@@ -28,7 +29,7 @@ TEST(FilterFile, RefusesBadFilesWithTheirMessages) {
     CTempDir dir;
     auto err = [&](const std::string& text) {
         CFontFilter f;
-        return ErrorOf([&] { f.Load(dir.Write("f.xllt", text)); });
+        return ErrorOf([&] { LoadFontFilterFile(f, dir.Write("f.xllt", text)); });
     };
     EXPECT_EQ(err(List("<body><code>1</code></body>")), "XML Error:\n <code> must be in <letter>");
     EXPECT_EQ(err(List("<body><sp/></body>")), "XML Error:\n <sp> must be in <letter>");

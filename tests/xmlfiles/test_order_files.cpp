@@ -6,6 +6,7 @@
 #include "core/glyph_order.h"
 #include "core/headless_pg_ctrl.h"
 #include "xmlfiles/glyph_order_files.h"
+#include "xmlfiles/glyph_order_handler.h"
 #include "xmlfiles/test_support.h"
 
 namespace {
@@ -16,7 +17,7 @@ std::string Order(const std::string& body, const std::string& root = "<letter-or
 
 CGlyphOrder LoadOrder(const CTempDir& dir, const std::string& text) {
     CGlyphOrder order;
-    order.Load(dir.Write("o.xlor", text));
+    LoadGlyphOrderFile(order, dir.Write("o.xlor", text));
     return order;
 }
 
@@ -159,13 +160,13 @@ TEST(GlyphOrderFile, ShippedOrdersLoad) {
         EXPECT_FALSE(it->Title.empty());
         EXPECT_FALSE(it->Comment.empty());
         CGlyphOrder order;
-        order.Load(it->Path);
+        LoadGlyphOrderFile(order, it->Path);
         EXPECT_EQ(order.Width, size.first) << name;
         EXPECT_EQ(order.Height, size.second) << name;
         EXPECT_EQ(order.Codes.size(), static_cast<std::size_t>(size.first * size.second)) << name;
     }
     CGlyphOrder latin;
-    latin.Load(std::find_if(list.begin(), list.end(), [](const auto& i) { return i.FileName == "Latin1.xlor"; })->Path);
+    LoadGlyphOrderFile(latin, std::find_if(list.begin(), list.end(), [](const auto& i) { return i.FileName == "Latin1.xlor"; })->Path);
     EXPECT_EQ(latin.GetCode(0, 0), 0x20);
     EXPECT_EQ(latin.GetCode(1, 2), 'A');
     EXPECT_EQ(latin.GetCode(15, 5), NoCode);

@@ -3,6 +3,8 @@
 #include "core/font_filter.h"
 #include "core/glyph_order.h"
 #include "xmlfiles/glyph_order_files.h"
+#include "xmlfiles/font_filter_handler.h"
+#include "xmlfiles/glyph_order_handler.h"
 #include "xmlfiles/test_support.h"
 
 namespace {
@@ -38,12 +40,12 @@ TEST(HostileXml, RefusesOutsideReferencesAndEntityBombs) {
     auto load = [&](const std::string& text) {
         return ErrorOf([&] {
             CGlyphOrder order;
-            order.Load(dir.Write("o.xlor", text));
+            LoadGlyphOrderFile(order, dir.Write("o.xlor", text));
         });
     };
     // The frame itself reads a declared internal entity.
     CGlyphOrder plain;
-    plain.Load(dir.Write("ok.xlor", Doc("letter-order", "<!ENTITY x \"QZ\">")));
+    LoadGlyphOrderFile(plain, dir.Write("ok.xlor", Doc("letter-order", "<!ENTITY x \"QZ\">")));
     EXPECT_EQ(plain.GetCode(1, 0), u'Z');
 
     std::string secret = dir.Write("secret.txt", "QZ").string();
@@ -57,7 +59,7 @@ TEST(HostileXml, RefusesOutsideReferencesAndEntityBombs) {
     // The filter loader shares the frame.
     std::string filter = ErrorOf([&] {
         CFontFilter f;
-        f.Load(dir.Write("f.xllt", Doc("letter-list", Bomb())));
+        LoadFontFilterFile(f, dir.Write("f.xllt", Doc("letter-list", Bomb())));
     });
     EXPECT_TRUE(IsXmlError(filter)) << filter;
 }

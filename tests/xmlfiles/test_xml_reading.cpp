@@ -4,7 +4,9 @@
 
 #include "core/font_filter.h"
 #include "core/glyph_order.h"
+#include "xmlfiles/font_filter_handler.h"
 #include "xmlfiles/glyph_order_files.h"
+#include "xmlfiles/glyph_order_handler.h"
 #include "xmlfiles/test_support.h"
 
 namespace {
@@ -15,13 +17,13 @@ std::string Area(const std::string& attributes) { return Root + "<body><area " +
 
 std::vector<uint16_t> OrderCodes(const CTempDir& dir, const std::string& cells) {
     CGlyphOrder order;
-    order.Load(dir.Write("o.xlor", Root + "<body><order>" + cells + "</order></body></letter-order>"));
+    LoadGlyphOrderFile(order, dir.Write("o.xlor", Root + "<body><order>" + cells + "</order></body></letter-order>"));
     return order.Codes;
 }
 
 std::set<uint16_t> FilterLetters(const CTempDir& dir, const std::string& letters) {
     CFontFilter filter;
-    filter.Load(dir.Write("f.xllt", "<letter-list version=\"1.0\"><body><letter>" + letters + "</letter></body></letter-list>"));
+    LoadFontFilterFile(filter, dir.Write("f.xllt", "<letter-list version=\"1.0\"><body><letter>" + letters + "</letter></body></letter-list>"));
     std::set<uint16_t> set;
     for (const auto& [code, included] : filter.Letters)
         if (included) set.insert(code);
@@ -60,7 +62,7 @@ TEST(XmlNumbers, GridSizesAreWhole32BitNumbers) {
     };
     for (const auto& c : cases) {
         CGlyphOrder order;
-        std::string error = ErrorOf([&] { order.Load(dir.Write("o.xlor", Area(c.Attributes))); });
+        std::string error = ErrorOf([&] { LoadGlyphOrderFile(order, dir.Write("o.xlor", Area(c.Attributes))); });
         EXPECT_EQ(error, c.Error) << c.Attributes;
         if (!c.Error.empty()) continue;
         EXPECT_EQ(order.Width, c.Width) << c.Attributes;
@@ -116,16 +118,18 @@ TEST(XmlFrame, ErrorsNameTheFileLineColumnAndCause) {
     };
     for (const auto& c : cases) {
         CGlyphOrder order;
-        EXPECT_EQ(ErrorOf([&] { order.Load(dir.Write("o.xlor", c.Text)); }), c.Error) << c.Text;
+        EXPECT_EQ(ErrorOf([&] { LoadGlyphOrderFile(order, dir.Write("o.xlor", c.Text)); }), c.Error) << c.Text;
     }
 
     // Files that cannot be read, in each reader's own shape.
     const std::filesystem::path missing = dir / "none.xlor";
     const std::string cannotOpen = "unable to open the file '" + missing.string() + "': No such file or directory";
     GlyphOrderInfo info;
+    CGlyphOrder order;
+    CFontFilter filter;
     EXPECT_EQ(ErrorOf([&] { LoadGlyphOrderInfo(info, missing); }), "XML Error: " + cannotOpen + "\n");
-    EXPECT_EQ(ErrorOf([&] { CGlyphOrder().Load(missing); }), "XML Error:\n " + cannotOpen);
-    EXPECT_EQ(ErrorOf([&] { CFontFilter().Load(dir.Dir); }),
+    EXPECT_EQ(ErrorOf([&] { LoadGlyphOrderFile(order, missing); }), "XML Error:\n " + cannotOpen);
+    EXPECT_EQ(ErrorOf([&] { LoadFontFilterFile(filter, dir.Dir); }),
               "XML Error:\n unable to read the file '" + dir.Dir.string() + "': Is a directory");
 }
 
@@ -135,10 +139,12 @@ TEST(XmlFrame, WarningInThePrologEndsAFilterLoad) {
     CTempDir dir;
     const std::string dtd = "<!DOCTYPE x [<!ATTLIST x v CDATA #IMPLIED>\n<!ATTLIST x v CDATA #IMPLIED>]>";
     const std::filesystem::path filterPath = dir / "f.xllt";
-    EXPECT_EQ(ErrorOf([&] { CFontFilter().Load(dir.Write("f.xllt", dtd + "<letter-list version=\"1.0\"><code/></letter-list>")); }),
+    CFontFilter filter;
+    CGlyphOrder order;
+    EXPECT_EQ(ErrorOf([&] { LoadFontFilterFile(filter, dir.Write("f.xllt", dtd + "<letter-list version=\"1.0\"><code/></letter-list>")); }),
               ParseError(filterPath, 2, 21, "attribute 'v' has already been declared for element 'x'"));
     // An order ignores the warning and meets the nesting error.
-    EXPECT_EQ(ErrorOf([&] { CGlyphOrder().Load(dir.Write("o.xlor", dtd + Root + "<order/></letter-order>")); }),
+    EXPECT_EQ(ErrorOf([&] { LoadGlyphOrderFile(order, dir.Write("o.xlor", dtd + Root + "<order/></letter-order>")); }),
               "XML Error:\n <order> must be in <body>");
 }
 
@@ -146,7 +152,7 @@ TEST(XmlFrame, ReadsShiftJisAndWindows1252Files) {
     CTempDir dir;
     // あ, ソ (a trail byte that is '\' in ASCII), half-width ｱ, then A.
     CGlyphOrder order;
-    order.Load(dir.Write("sjis.xlor", "<?xml version=\"1.0\" encoding=\"Shift_JIS\"?>" + Root +
+    LoadGlyphOrderFile(order, dir.Write("sjis.xlor", "<?xml version=\"1.0\" encoding=\"Shift_JIS\"?>" + Root +
                                           "<body><order>\x82\xA0\x83\x5C\xB1" "A</order></body></letter-order>"));
     EXPECT_EQ(order.Codes, (std::vector<uint16_t>{0x3042, 0x30BD, 0xFF71, 'A'}));
     GlyphOrderInfo info;
@@ -155,7 +161,7 @@ TEST(XmlFrame, ReadsShiftJisAndWindows1252Files) {
     EXPECT_EQ(info.Title, "\xE2\x82\xAC\xC3\xA9");
     // A lead byte without a valid trail byte is not well-formed.
     EXPECT_EQ(ErrorOf([&] {
-                  CGlyphOrder().Load(dir.Write("bad.xlor", "<?xml version=\"1.0\" encoding=\"cp932\"?>" + Root +
+                  LoadGlyphOrderFile(order, dir.Write("bad.xlor", "<?xml version=\"1.0\" encoding=\"cp932\"?>" + Root +
                                                                "<body><order>\x82\x20</order></body></letter-order>"));
               }),
               ParseError(dir / "bad.xlor", 1, 80, "not well-formed (invalid token)"));

@@ -11,7 +11,10 @@
 #pragma once
 
 #include <filesystem>
+#include <memory>
 #include <string_view>
+
+#include "platform/file_handle.h"
 
 class CSaveTarget {
 public:
@@ -21,11 +24,11 @@ public:
     CSaveTarget(const CSaveTarget&) = delete;
     CSaveTarget& operator=(const CSaveTarget&) = delete;
 
-    // Starts the save; returns the descriptor the new content is written to
-    // (it can also be read and seeked). -1 when the target cannot be saved.
-    int Begin();
-    // Puts the new content in place and closes the descriptor; false when
-    // that failed, the target then being as it was.
+    // Starts the save; returns the file the new content is written to (it
+    // can also be read and seeked), nullptr when the target cannot be saved.
+    CFileHandle* Begin();
+    // Puts the new content in place and closes the file; false when that
+    // failed, the target then being as it was.
     bool Commit();
 
 private:
@@ -38,7 +41,7 @@ private:
     // The file that is replaced or written: the path with links followed.
     std::filesystem::path Target;
     std::filesystem::path TempPath;
-    int Fd = -1;
+    CFileHandle File;
     bool WriteInPlace = false;
 };
 

@@ -1,6 +1,4 @@
-#include "ui/settings_store.h"
-
-#include <unistd.h>
+#include "settings/settings_store.h"
 
 #include <cstdlib>
 #include <fstream>
@@ -8,8 +6,9 @@
 #include <system_error>
 
 #include "core/general_exception.h"
-#include "ui/ini_file.h"
-#include "zgly/save_target.h"
+#include "platform/paths.h"
+#include "platform/save_target.h"
+#include "settings/ini_file.h"
 
 namespace fs = std::filesystem;
 
@@ -31,8 +30,7 @@ int HexValue(char c) {
 }
 
 bool DirectoryWritable(const fs::path& dir) {
-    std::error_code ec;
-    return fs::is_directory(dir, ec) && ::access(dir.c_str(), W_OK) == 0;
+    return IsWritableDirectory(dir);
 }
 
 // Creates every missing directory above the file; stops quietly at the first

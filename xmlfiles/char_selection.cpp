@@ -1,10 +1,11 @@
-#include "core/char_selection.h"
+#include "xmlfiles/char_selection.h"
 
 #include <set>
 
 #include "core/font_filter.h"
 #include "core/general_exception.h"
 #include "core/pg_ctrl.h"
+#include "xmlfiles/font_filter_handler.h"
 #include "zgly/binary_file.h"
 #include "zgly/path_checks.h"
 
@@ -111,7 +112,7 @@ void LoadFilterFile(CFontFilter& filter, const std::filesystem::path& path) {
     if (path.empty())
         throw CGeneralException("Parameter Error:\n \"Use Filter\" checked, but filter file path not specified.");
     if (!IsTextFile(path)) {
-        filter.Load(path);
+        LoadFontFilterFile(filter, path);
         return;
     }
     CCharCollector chars(filter);

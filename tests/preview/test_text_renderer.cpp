@@ -4,7 +4,7 @@
 #include "core/general_exception.h"
 #include "synthetic_font.h"
 #include "zgly/font_block_set.h"
-#include "zgly/text_renderer.h"
+#include "preview/text_renderer.h"
 
 namespace {
 

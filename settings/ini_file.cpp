@@ -1,4 +1,4 @@
-#include "ui/ini_file.h"
+#include "settings/ini_file.h"
 
 #include <algorithm>
 

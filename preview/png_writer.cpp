@@ -1,4 +1,4 @@
-#include "zgly/png_writer.h"
+#include "preview/png_writer.h"
 
 #include <png.h>
 
@@ -8,7 +8,7 @@
 
 #include "core/general_exception.h"
 #include "zgly/binary_file.h"
-#include "zgly/text_renderer.h"
+#include "preview/text_renderer.h"
 
 namespace {
 

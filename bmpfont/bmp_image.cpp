@@ -1,4 +1,4 @@
-#include "core/bmp_image.h"
+#include "bmpfont/bmp_image.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,10 +1,10 @@
 #include <gtest/gtest.h>
 
-#include "core/char_selection.h"
 #include "core/font_filter.h"
-#include "core/headless_pg_ctrl.h"
-#include "xmlfiles/test_support.h"
 #include "core/glyph_order.h"
+#include "core/headless_pg_ctrl.h"
+#include "xmlfiles/char_selection.h"
+#include "xmlfiles/test_support.h"
 
 namespace {
 

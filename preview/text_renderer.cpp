@@ -1,4 +1,4 @@
-#include "zgly/text_renderer.h"
+#include "preview/text_renderer.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "zgly/save_target.h"
+#include "platform/save_target.h"
 
 #include <fcntl.h>
 #include <signal.h>
@@ -131,18 +131,18 @@ void RemoveStaleTemporaryFiles(const fs::path& target) {
 CSaveTarget::~CSaveTarget() { Discard(); }
 
 void CSaveTarget::Discard() noexcept {
-    if (Fd >= 0) ::close(Fd);
-    Fd = -1;
+    File.Close();
     if (!TempPath.empty()) ::unlink(TempPath.c_str());
     TempPath.clear();
 }
 
-int CSaveTarget::Begin() {
+CFileHandle* CSaveTarget::Begin() {
     Discard();
+    int fd = -1;
     Target = FollowLinks(Path);
     struct stat old {};
     const bool exists = ::stat(Target.c_str(), &old) == 0;
-    if (exists && S_ISDIR(old.st_mode)) return -1;
+    if (exists && S_ISDIR(old.st_mode)) return nullptr;
     WriteInPlace = exists && (!S_ISREG(old.st_mode) || old.st_nlink > 1);
     // A FIFO or device never had temporary files (and /dev is no place to look).
     if (!exists || S_ISREG(old.st_mode)) RemoveStaleTemporaryFiles(Target);
@@ -151,47 +151,50 @@ int CSaveTarget::Begin() {
         fs::path dir = Target.parent_path();
         std::string pattern = (dir.empty() ? std::string(".") : dir.string()) + "/." +
                               Target.filename().string() + ".XXXXXX";
-        Fd = ::mkostemp(pattern.data(), O_CLOEXEC);
-        if (Fd >= 0) {
+        fd = ::mkostemp(pattern.data(), O_CLOEXEC);
+        if (fd >= 0) {
+            File = CFileHandle(fd);
             TempPath = pattern;
             if (exists) {
                 // The new file is the old one to everyone else: same owner
                 // (where allowed, else at least the group) and permissions.
-                if (::fchown(Fd, old.st_uid, old.st_gid) != 0) (void)::fchown(Fd, static_cast<uid_t>(-1), old.st_gid);
-                ::fchmod(Fd, old.st_mode & 07777);
+                if (::fchown(fd, old.st_uid, old.st_gid) != 0) (void)::fchown(fd, static_cast<uid_t>(-1), old.st_gid);
+                ::fchmod(fd, old.st_mode & 07777);
             } else {
                 mode_t mask = ::umask(0);
                 ::umask(mask);
-                ::fchmod(Fd, 0666 & ~mask);
+                ::fchmod(fd, 0666 & ~mask);
             }
-            return Fd;
+            return &File;
         }
         // A folder that takes no new files may still hold a writable one.
-        if (!exists || (errno != EACCES && errno != EPERM && errno != EROFS)) return -1;
+        if (!exists || (errno != EACCES && errno != EPERM && errno != EROFS)) return nullptr;
         WriteInPlace = true;
     }
-    if (::access(Target.c_str(), W_OK) != 0) return -1;
-    Fd = OpenScratch();
-    return Fd;
+    if (::access(Target.c_str(), W_OK) != 0) return nullptr;
+    fd = OpenScratch();
+    if (fd < 0) return nullptr;
+    File = CFileHandle(fd);
+    return &File;
 }
 
 bool CSaveTarget::Commit() {
-    if (Fd < 0) return false;
+    if (!File.IsOpen()) return false;
     bool ok = WriteInPlace ? CommitInPlace() : CommitReplace();
     Discard();
     return ok;
 }
 
 bool CSaveTarget::CommitReplace() {
-    bool ok = ::fsync(Fd) == 0;
-    ok = ::close(Fd) == 0 && ok;
-    Fd = -1;
+    bool ok = ::fsync(static_cast<int>(File.Handle)) == 0;
+    ok = File.Close() && ok;
     if (ok && ::rename(TempPath.c_str(), Target.c_str()) == 0) TempPath.clear();
     else ok = false;
     return ok;
 }
 
 bool CSaveTarget::CommitInPlace() {
+    const int Fd = static_cast<int>(File.Handle);
     struct stat st {};
     if (::fstat(Fd, &st) != 0) return false;
     const off_t size = st.st_size;
@@ -233,8 +236,7 @@ bool CSaveTarget::CommitInPlace() {
 
 bool SaveWholeFile(const fs::path& path, std::string_view content) {
     CSaveTarget save(path);
-    int fd = save.Begin();
-    if (fd < 0) return false;
-    if (!WriteAll(fd, reinterpret_cast<const uint8_t*>(content.data()), content.size(), 0)) return false;
+    CFileHandle* file = save.Begin();
+    if (!file || !file->Write(content.data(), content.size())) return false;
     return save.Commit();
 }

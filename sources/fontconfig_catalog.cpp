@@ -1,0 +1,222 @@
+// The installed fonts through fontconfig.
+#include "sources/font_catalog.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cmath>
+#include <map>
+#include <memory>
+#include <set>
+
+#include <hb-ot.h>
+#include <hb.h>
+
+#include "sources/font_style.h"
+#include "sources/fontconfig_support.h"
+
+namespace {
+
+struct Family {
+    bool Scalable = false;
+    std::set<int> PixelSizes;
+    bool HasVerticalForms = false;
+    std::string CheckedFile;
+    std::set<std::string> Styles;
+};
+
+std::string Lower(const std::string& s) {
+    std::string r = s;
+    for (char& c : r)
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    return r;
+}
+
+bool FileHasVerticalForms(const char* file, int index) {
+    hb_blob_t* blob = hb_blob_create_from_file_or_fail(file);
+    if (!blob) return false;
+    hb_face_t* face = hb_face_create(blob, static_cast<unsigned>(index));
+    unsigned found = 0;
+    for (hb_tag_t tag : {HB_TAG('v', 'e', 'r', 't'), HB_TAG('v', 'r', 't', '2')}) {
+        unsigned count = 0;
+        hb_tag_t tags[] = {tag, HB_TAG_NONE};
+        hb_set_t* lookups = hb_set_create();
+        hb_ot_layout_collect_lookups(face, HB_OT_TAG_GSUB, nullptr, nullptr, tags, lookups);
+        count = hb_set_get_population(lookups);
+        hb_set_destroy(lookups);
+        found += count;
+    }
+    hb_face_destroy(face);
+    hb_blob_destroy(blob);
+    return found > 0;
+}
+
+// Only fonts for East Asian languages are opened to look for vertical forms.
+bool CoversEastAsian(FcPattern* font) {
+    FcLangSet* langs = nullptr;
+    if (FcPatternGetLangSet(font, FC_LANG, 0, &langs) != FcResultMatch) return false;
+    for (const char* lang : {"ja", "zh-cn", "zh-tw", "ko"})
+        if (FcLangSetHasLang(langs, reinterpret_cast<const FcChar8*>(lang)) == FcLangEqual) return true;
+    return false;
+}
+
+// The files of the matched font's family and style: bitmap families usually
+// ship one file per size.
+std::vector<FontLocation> StyleFiles(FcPattern* match, const std::string& family) {
+    std::vector<FontLocation> files;
+    FcChar8* style = nullptr;
+    FcPatternGetString(match, FC_STYLE, 0, &style);
+    FcPatternPtr pattern(FcPatternCreate());
+    FcPatternAddString(pattern.get(), FC_FAMILY, reinterpret_cast<const FcChar8*>(family.c_str()));
+    if (style) FcPatternAddString(pattern.get(), FC_STYLE, style);
+    FcObjectSetPtr objects(FcObjectSetBuild(FC_FILE, FC_INDEX, FC_SCALABLE, FC_OUTLINE, nullptr));
+    FcFontSetPtr fonts(FcFontList(nullptr, pattern.get(), objects.get()));
+    if (!fonts) return files;
+    for (int i = 0; i < fonts->nfont; ++i) {
+        FcPattern* font = fonts->fonts[i];
+        FcChar8* file = nullptr;
+        int index = 0;
+        if (IsScalablePattern(font) || FcPatternGetString(font, FC_FILE, 0, &file) != FcResultMatch) continue;
+        FcPatternGetInteger(font, FC_INDEX, 0, &index);
+        files.push_back({reinterpret_cast<const char*>(file), index});
+    }
+    return files;
+}
+
+}  // namespace
+
+bool FontCatalogAvailable() { return true; }
+
+bool FindInstalledFamily(const std::string& family, InstalledFamilyMatch& out) {
+    if (!FcInit()) return false;
+    FcPatternPtr pattern(FcPatternCreate());
+    FcPatternAddString(pattern.get(), FC_FAMILY, reinterpret_cast<const FcChar8*>(family.c_str()));
+    FcPatternAddInteger(pattern.get(), FC_WEIGHT, FC_WEIGHT_REGULAR);
+    FcPatternAddInteger(pattern.get(), FC_SLANT, FC_SLANT_ROMAN);
+    FcConfigSubstitute(nullptr, pattern.get(), FcMatchPattern);
+    FcDefaultSubstitute(pattern.get());
+    FcResult result = FcResultNoMatch;
+    FcPatternPtr match(FcFontMatch(nullptr, pattern.get(), &result));
+    // fontconfig always offers a fallback; only the family asked for counts.
+    if (!match || !HasName(match.get(), FC_FAMILY, family)) return false;
+    FcChar8* file = nullptr;
+    if (FcPatternGetString(match.get(), FC_FILE, 0, &file) != FcResultMatch) return false;
+    int index = 0;
+    FcPatternGetInteger(match.get(), FC_INDEX, 0, &index);
+    out.Font = {reinterpret_cast<const char*>(file), index};
+    out.Scalable = IsScalablePattern(match.get());
+    out.StyleFiles = out.Scalable ? std::vector<FontLocation>{} : StyleFiles(match.get(), family);
+    return true;
+}
+
+namespace {
+
+// The installed faces of the family, with their style names and files.
+FcFontSetPtr ListFamily(const std::string& family) {
+    if (!FcInit()) return nullptr;
+    // Listing rather than matching: fontconfig's best match would hand back
+    // another style when the one asked for is missing.
+    FcPatternPtr pattern(FcPatternCreate());
+    FcPatternAddString(pattern.get(), FC_FAMILY, reinterpret_cast<const FcChar8*>(family.c_str()));
+    FcObjectSetPtr objects(FcObjectSetBuild(FC_FAMILY, FC_STYLE, FC_FILE, FC_INDEX, nullptr));
+    return FcFontSetPtr(FcFontList(nullptr, pattern.get(), objects.get()));
+}
+
+// Style names are typed as "Extra Light" as often as "extralight".
+std::string FoldedStyle(const std::string& name) {
+    std::string folded;
+    for (char c : name)
+        if (c != ' ') folded += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    return folded;
+}
+
+bool HasStyle(FcPattern* font, const std::string& wanted) {
+    FcChar8* value = nullptr;
+    for (int i = 0; FcPatternGetString(font, FC_STYLE, i, &value) == FcResultMatch; ++i)
+        if (FoldedStyle(reinterpret_cast<const char*>(value)) == FoldedStyle(wanted)) return true;
+    return false;
+}
+
+}  // namespace
+
+bool ResolveFamilyStyle(const std::string& family, const std::string& style, FontLocation& out) {
+    FcFontSetPtr fonts = ListFamily(family);
+    if (!fonts) return false;
+    for (int i = 0; i < fonts->nfont; ++i) {
+        FcPattern* font = fonts->fonts[i];
+        if (!HasName(font, FC_FAMILY, family) || !HasStyle(font, style)) continue;
+        FcChar8* file = nullptr;
+        if (FcPatternGetString(font, FC_FILE, 0, &file) != FcResultMatch) continue;
+        int index = 0;
+        FcPatternGetInteger(font, FC_INDEX, 0, &index);
+        out.File = reinterpret_cast<const char*>(file);
+        out.Index = index;
+        return true;
+    }
+    return false;
+}
+
+std::vector<std::string> FamilyStyles(const std::string& family) {
+    std::vector<std::string> styles;
+    FcFontSetPtr fonts = ListFamily(family);
+    for (int i = 0; fonts && i < fonts->nfont; ++i) {
+        FcChar8* style = nullptr;
+        if (HasName(fonts->fonts[i], FC_FAMILY, family) &&
+            FcPatternGetString(fonts->fonts[i], FC_STYLE, 0, &style) == FcResultMatch)
+            styles.emplace_back(reinterpret_cast<const char*>(style));
+    }
+    std::sort(styles.begin(), styles.end());
+    styles.erase(std::unique(styles.begin(), styles.end()), styles.end());
+    return styles;
+}
+
+std::vector<FontFaceInfo> ListInstalledFaces() {
+    std::vector<FontFaceInfo> result;
+    if (!FcInit()) return result;
+    FcPatternPtr pattern(FcPatternCreate());
+    FcObjectSetPtr objects(FcObjectSetBuild(FC_FAMILY, FC_SCALABLE, FC_OUTLINE, FC_PIXEL_SIZE, FC_FILE, FC_INDEX,
+                                            FC_LANG, FC_STYLE, nullptr));
+    FcFontSetPtr fonts(FcFontList(nullptr, pattern.get(), objects.get()));
+    if (!fonts) return result;
+
+    std::map<std::string, Family> families;
+    for (int i = 0; i < fonts->nfont; ++i) {
+        FcPattern* font = fonts->fonts[i];
+        const bool isScalable = IsScalablePattern(font);
+        FcChar8* file = nullptr;
+        int index = 0;
+        FcPatternGetString(font, FC_FILE, 0, &file);
+        FcPatternGetInteger(font, FC_INDEX, 0, &index);
+        const bool eastAsian = isScalable && file && CoversEastAsian(font);
+        FcChar8* name = nullptr;
+        for (int n = 0; FcPatternGetString(font, FC_FAMILY, n, &name) == FcResultMatch; ++n) {
+            Family& f = families[reinterpret_cast<const char*>(name)];
+            // A family's fonts name their style in several languages; the first is the usual one.
+            if (FcChar8* style = nullptr; FcPatternGetString(font, FC_STYLE, 0, &style) == FcResultMatch)
+                f.Styles.insert(reinterpret_cast<const char*>(style));
+            f.Scalable = f.Scalable || isScalable;
+            double px = 0;
+            for (int k = 0; !isScalable && FcPatternGetDouble(font, FC_PIXEL_SIZE, k, &px) == FcResultMatch; ++k)
+                f.PixelSizes.insert(static_cast<int>(std::lround(px)));
+            if (eastAsian && !f.HasVerticalForms) {
+                const std::string path = reinterpret_cast<const char*>(file);
+                if (f.CheckedFile != path) {
+                    f.CheckedFile = path;
+                    f.HasVerticalForms = FileHasVerticalForms(path.c_str(), index);
+                }
+            }
+        }
+    }
+    for (auto& [name, f] : families) {
+        FontFaceInfo info;
+        info.Family = name;
+        info.Scalable = f.Scalable;
+        if (!f.Scalable) info.PixelSizes.assign(f.PixelSizes.begin(), f.PixelSizes.end());
+        info.HasVerticalForms = f.HasVerticalForms;
+        info.Styles.assign(f.Styles.begin(), f.Styles.end());
+        result.push_back(std::move(info));
+    }
+    std::stable_sort(result.begin(), result.end(), [](const FontFaceInfo& a, const FontFaceInfo& b) {
+        return Lower(a.Family) < Lower(b.Family);
+    });
+    return result;
+}
