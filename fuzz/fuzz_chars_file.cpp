@@ -1,6 +1,6 @@
 // The characters-file decoder (--chars-file, a .txt filter) on arbitrary
 // file bytes, and the same bytes as a --chars text.
-#include "core/char_selection.h"
+#include "xmlfiles/char_selection.h"
 #include "core/font_filter.h"
 #include "fuzz/fuzz_support.h"
 
