@@ -24,10 +24,21 @@ const CommandText Commands[] = {
      "  --quiet           report failures only\n"
      "Exit status: 0 done, 1 a font failed, 2 usage or recipe error, 130 cancelled.\n"},
     {"info",
-     "usage: glyphwright-cli info FILE.zgly [--json]\n"
+     "usage: glyphwright-cli info FILE.zgly [--chars] [--json]\n"
      "Prints the header, FINF, CGLP, width and map blocks, the glyph count and the alternate\n"
      "glyph of a ZGLY file.\n"
+     "  --chars           the characters the file holds instead\n"
      "  --json            the same as one JSON object\n"},
+    {"check",
+     "usage: glyphwright-cli check FILE.zgly (--chars TEXT | --chars-file FILE | --range R)...\n"
+     "                [--chars-encoding utf-8|utf-16|shift_jis|cp1252] [--json]\n"
+     "Lists each character of the text the font lacks: code, character and FILE:LINE:COLUMN of\n"
+     "its first use; exit status 1 when any is missing.\n"
+     "  --chars TEXT      characters to check, as typed\n"
+     "  --chars-file FILE the characters of a text file (line ends are not characters)\n"
+     "  --range R         code points as U+3041, 0x3041 or 12353, or FIRST-LAST\n"
+     "  --chars-encoding  how text files without a byte-order mark are read (default utf-8)\n"
+     "  --json            the missing characters as one JSON object\n"},
     {"preview",
      "usage: glyphwright-cli preview FILE.zgly (--text TEXT | --sheet) --out FILE.png\n"
      "                [--zoom 1..16] [--guides] [--ink RRGGBB] [--paper RRGGBB]\n"

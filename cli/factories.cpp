@@ -47,8 +47,13 @@ std::unique_ptr<CFontReader> CreateSourceReader(const CliSource& o) {
     case InputKind::Font:
         // As the font panel refuses a size before it builds the reader.
         if (o.FontSizeGiven < 1) ThrowError("Parameter Error:\n Invalid Font Size(%d)", o.FontSizeGiven);
-        return std::make_unique<CWinFontReader>(o.FontFace, o.FontSize, o.FontBpp, o.WidthType, o.FixedWidth,
-                                                o.SoftAA);
+    {
+        auto reader = std::make_unique<CWinFontReader>(o.FontFace, o.FontSize, o.FontBpp, o.WidthType, o.FixedWidth,
+                                                       o.SoftAA);
+        for (const auto& [tag, value] : o.Axes) reader->Axes.push_back({tag, value});
+        reader->LuminanceCoverage = o.LuminanceCoverage;
+        return reader;
+    }
     case InputKind::Lc:
         return std::make_unique<CLcFontReader>(o.InputPath, o.LcHalfPath, o.LcMainFixed, o.LcHalfFixed,
                                                o.LcVertical);

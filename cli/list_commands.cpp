@@ -9,6 +9,7 @@
 #include "core/headless_pg_ctrl.h"
 #include "core/pg_ctrl.h"
 #include "sources/font_catalog.h"
+#include "sources/font_source_checks.h"
 #include "xmlfiles/glyph_order_files.h"
 #include "xmlfiles/glyph_order_handler.h"
 
@@ -59,14 +60,27 @@ void RunListFonts(bool json, std::FILE* out) {
             styles += (styles.empty() ? "" : ",") + s;
             stylesJson += (stylesJson.empty() ? "" : ",") + JsonString(s);
         }
+        std::string faces, facesJson, instancesJson, axesJson;
+        for (const auto& f : face.CollectionFaces) {
+            faces += (faces.empty() ? "" : ",") + f;
+            facesJson += (facesJson.empty() ? "" : ",") + JsonString(f);
+        }
+        for (const auto& i : face.Instances) instancesJson += (instancesJson.empty() ? "" : ",") + JsonString(i);
+        for (const auto& a : face.Axes)
+            axesJson += (axesJson.empty() ? "" : ",") + ("{\"tag\":" + JsonString(a.Tag) + ",\"min\":" +
+                                                         AxisValueText(a.Min) + ",\"default\":" +
+                                                         AxisValueText(a.Default) + ",\"max\":" + AxisValueText(a.Max) + "}");
         if (json) {
             text += std::string(first ? "" : ",") + "{\"family\":" + JsonString(face.Family) +
                     ",\"scalable\":" + (face.Scalable ? "true" : "false") + ",\"sizes\":[" + sizes +
                     "],\"vertical\":" + (face.HasVerticalForms ? "true" : "false") + ",\"styles\":[" + stylesJson +
+                    "],\"faces\":[" + facesJson + "],\"instances\":[" + instancesJson + "],\"axes\":[" + axesJson +
                     "]}";
         } else {
+            // A family in a collection also shows the paths of its faces.
             text += face.Family + "\t" + (face.Scalable ? "scalable" : "bitmap " + sizes) + "\t" +
-                    (face.HasVerticalForms ? "@" + face.Family : "") + "\t" + styles + "\n";
+                    (face.HasVerticalForms ? "@" + face.Family : "") + "\t" + styles +
+                    (faces.empty() ? "" : "\t" + faces) + "\n";
         }
         first = false;
     }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "cli/build_command.h"
+#include "cli/check_command.h"
 #include "cli/cli_front_end.h"
 #include "cli/cli_progress.h"
 #include "cli/command_help.h"
@@ -65,7 +66,12 @@ int RunCommand(const CliOptions& options) {
     switch (options.Command) {
     case CliCommand::Help: std::fputs(HelpText(), stdout); return ExitDone;
     case CliCommand::Version: std::printf("glyphwright-cli %s\n", GLYPHWRIGHT_VERSION); return ExitDone;
-    case CliCommand::Info: RunInfoCommand(options.InfoPath, options.Json, stdout); return ExitDone;
+    case CliCommand::Info:
+        if (options.InfoChars)
+            RunInfoChars(options.InfoPath, options.Json, stdout);
+        else
+            RunInfoCommand(options.InfoPath, options.Json, stdout);
+        return ExitDone;
     case CliCommand::Convert: return RunConvert(options);
     case CliCommand::Preview: RunPreviewCommand(options); return ExitDone;
     case CliCommand::ListOrders: RunListOrders(options.Json, stdout, stderr); return ExitDone;
@@ -80,6 +86,7 @@ int RunCommand(const CliOptions& options) {
 // failures as CGeneralException.
 static int RunCommandLine(const std::vector<std::string>& args) {
     if (!args.empty() && args[0] == "build") return RunBuildCommand({args.begin() + 1, args.end()});
+    if (!args.empty() && args[0] == "check") return RunCheckCommand(ParseCheckCommand({args.begin() + 1, args.end()}), stdout, stderr);
     if (!args.empty() && args[0] == "template") {
         RunTemplateCommand(ParseTemplateCommand(args));
         return ExitDone;

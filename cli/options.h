@@ -23,6 +23,8 @@ struct CliSource {
     int BmpBpp = 1;                // --colors 2|4|8|16
     std::string FontFace;          // --from-font
     std::string FontStyle;         // --style
+    std::vector<std::pair<std::string, double>> Axes;  // --axis TAG=VALUE, in the order given
+    bool LuminanceCoverage = false;  // --coverage luminance
     int FontSize = 0;              // negative: character height (--size); positive: cell height
     int FontSizeGiven = 0;         // the number as typed after --size or --cell-height
     int FontBpp = 1;               // --levels 2|4|8|16
@@ -69,6 +71,7 @@ struct CliOptions {
     std::vector<std::string> Chars;       // --chars, each as typed
     std::vector<std::string> CharsFiles;  // --chars-file
     std::vector<CliCodeRange> Ranges;     // --range
+    int CharsEncoding = -1;               // --chars-encoding: how text files without a BOM are read
     bool Quiet = false;
 
     // Any of --filter, --chars, --chars-file, --range.
@@ -77,6 +80,7 @@ struct CliOptions {
     // info, list-orders, list-fonts; preview reads InfoPath too
     std::string InfoPath;
     bool Json = false;
+    bool InfoChars = false;        // info --chars: the characters, not the blocks
 
     // preview
     std::string PreviewText;       // --text, with backslash-n turned into a line feed

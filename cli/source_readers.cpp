@@ -1,15 +1,24 @@
 // The run's reader from its sources: font names resolved, directions
 // checked, several sources merged.
+#include <algorithm>
+#include <cctype>
 #include <filesystem>
 #include <optional>
 
 #include "cli/factories.h"
 #include "core/general_exception.h"
 #include "core/merged_font_reader.h"
+#include "sources/font_catalog.h"
 #include "sources/font_face.h"
 #include "sources/font_style.h"
 
 namespace {
+
+bool SameNoCase(const std::string& a, const std::string& b) {
+    return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) {
+               return std::tolower(static_cast<unsigned char>(x)) == std::tolower(static_cast<unsigned char>(y));
+           });
+}
 
 std::string SourceName(const CliSource& s) {
     switch (s.Input) {
@@ -33,25 +42,29 @@ CliSource ResolveFace(const CliSource& s) {
     const FontRequest request = ParseFaceName(s.FontFace);
     const std::string& face = request.FaceName;
     std::error_code ec;
-    if (face.find('/') != std::string::npos && !std::filesystem::exists(face, ec))
-        ThrowError("Parameter Error:\n Font file(%s) does not exist.", face);
+    std::string file = face;
+    int number = 0;
+    if (!std::filesystem::exists(face, ec)) SplitFaceNumber(face, file, number);
+    if (face.find('/') != std::string::npos && !std::filesystem::exists(file, ec))
+        ThrowError("Parameter Error:\n Font file(%s) does not exist.", file);
     if (s.FontStyle.empty()) return s;
     if (face.find('/') != std::string::npos)
         ThrowError("Parameter Error:\n A style(%s) needs an installed family, not a font file(%s).", s.FontStyle, face);
     FontLocation location;
-    if (!ResolveFamilyStyle(face, s.FontStyle, location)) {
+    if (!ResolveFamilyStyle(face, s.FontStyle, location))
+    {
         std::string styles;
-        for (const std::string& style : FamilyStyles(face)) styles += (styles.empty() ? "" : ", ") + style;
-        if (styles.empty()) ThrowError("Parameter Error:\n Font(%s) has no style %s.", face, s.FontStyle);
-        ThrowError("Parameter Error:\n Font(%s) has no style %s. Its styles: %s.", face, s.FontStyle, styles);
+        for (const auto& family : ListInstalledFaces())
+            if (SameNoCase(family.Family, face))
+                for (const auto& style : family.Styles) styles += (styles.empty() ? "" : ", ") + style;
+        if (styles.empty()) ThrowError("Parameter Error:\n Font(%s) is not installed.", face);
+        ThrowError("Parameter Error:\n Font(%s) has no style %s; its styles are %s.", face, s.FontStyle, styles);
     }
-    // The reader opens a file by path at its first face; a face further into a
-    // collection can not be named that way.
-    if (location.Index != 0)
-        ThrowError("Parameter Error:\n Style %s of font(%s) is face %d of a font collection(%s); give the family alone.",
-                   s.FontStyle, face, location.Index, location.File.string());
+    // A face further into a collection, or a variable font's named instance,
+    // is named by its number after the path.
     CliSource resolved = s;
-    resolved.FontFace = (request.Vertical ? "@" : "") + location.File.string();
+    resolved.FontFace = (request.Vertical ? "@" : "") + location.File.string() +
+                        (location.Index != 0 ? "#" + std::to_string(location.Index) : "");
     return resolved;
 }
 

@@ -86,6 +86,14 @@ printf '<letter-order version="1.0"><body><area width="3"/><order>Ag&#xE9;</orde
 py=/usr/bin/python3; [ -x "$py" ] || py=python3
 "$py" scripts/grid_cells.py out/demo-cells.bmp 3 1 3 out/demo-cells.png
 
+step "The four glyph width types: one word in each, advances marked -> out/width-types.png (docs/width-types.png)"
+for w in glyph keep-space margin fixed; do
+  "$cli" convert --from-font "DejaVu Sans" --size 16 --levels 16 --width "$w" --fixed-width 12 --chars 'Wide, fill.' \
+    --to-zgly "out/width-$w.zgly" --quiet
+  "$cli" preview "out/width-$w.zgly" --text 'Wide, fill.' --guides --zoom 4 --out "out/width-$w.png"
+done
+"$py" scripts/width_types.py out/width-types.png out/width-{glyph,keep-space,margin,fixed}.png
+
 step "Grids as PNG: out/demo.zgly in 16x16 cells (smaller than its glyphs: clipped, with a warning) -> out/demo-16.png, read back"
 "$cli" convert --from-zgly out/demo.zgly --to-bmp out/demo-16.png --to-order Latin1 --cell 16x16
 "$cli" convert --from-bmp out/demo-16.png --from-order Latin1 --colors 16 --to-zgly out/demo-from-png.zgly

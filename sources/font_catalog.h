@@ -19,6 +19,16 @@ struct FontFaceInfo {
     bool HasVerticalForms = false;
     // The family's styles ("Book", "Bold", ...), sorted, each once.
     std::vector<std::string> Styles;
+    // Faces of font collections as a path names them ("FILE.ttc#2"), sorted.
+    std::vector<std::string> CollectionFaces;
+    // A variable font's named instances (usable as styles), sorted, and the
+    // design axes of its variable file with the most axes.
+    std::vector<std::string> Instances;
+    struct Axis {
+        std::string Tag;
+        double Min = 0, Default = 0, Max = 0;
+    };
+    std::vector<Axis> Axes;
 };
 
 // This build can find installed fonts by family name.

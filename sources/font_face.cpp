@@ -73,6 +73,16 @@ int32_t RoundDiv(long long num, long long den) {
 
 }  // namespace
 
+bool SplitFaceNumber(const std::string& name, std::string& file, int& index) {
+    const std::size_t hash = name.rfind('#');
+    if (hash == std::string::npos || hash + 1 == name.size() || name.size() - hash > 10 ||
+        name.find_first_not_of("0123456789", hash + 1) != std::string::npos)
+        return false;
+    file = name.substr(0, hash);
+    index = std::stoi(name.substr(hash + 1));
+    return true;
+}
+
 bool ResolveFontName(const std::string& name, FontLocation& out, int32_t size) {
     if (name.empty()) return false;
     // A font file needs no family lookup, and loading fontconfig's
@@ -80,6 +90,13 @@ bool ResolveFontName(const std::string& name, FontLocation& out, int32_t size) {
     if (IsFontFile(name)) {
         out.File = name;
         out.Index = 0;
+        return true;
+    }
+    std::string file;
+    int index = 0;
+    if (SplitFaceNumber(name, file, index) && IsFontFile(file)) {
+        out.File = file;
+        out.Index = index;
         return true;
     }
     InstalledFamilyMatch match;
@@ -108,11 +125,34 @@ CFontFace::CFontFace(const FontLocation& location, int32_t size) : Library(MakeF
     if (FT_New_Face(Library.get(), location.File.c_str(), location.Index, &face) != 0)
         ThrowError("Internal Error:\n Fail to create font.");
     FacePtr.reset(face);
-    FT_Select_Charmap(face, FT_ENCODING_UNICODE);
+    if (!location.Axes.empty()) SetAxes(location.Axes);
+    if (FT_Select_Charmap(face, FT_ENCODING_UNICODE) != 0) Charset = CCharsetMap::ForFace(face, location.File.string());
     if (Scalable())
         SizeOutline(size);
     else
         SizeBitmap(size);
+}
+
+void CFontFace::SetAxes(const std::vector<FontAxisSetting>& axes) {
+    FT_Face face = FacePtr.get();
+    FT_MM_Var* mm = nullptr;
+    if (FT_Get_MM_Var(face, &mm) != 0) ThrowError("Internal Error:\n Fail to create font.");
+    // Over the named instance's values when the face is one.
+    std::vector<FT_Fixed> coords(mm->num_axis);
+    FT_Get_Var_Design_Coordinates(face, mm->num_axis, coords.data());
+    for (const FontAxisSetting& setting : axes)
+        for (FT_UInt i = 0; i < mm->num_axis; ++i)
+            if (AxisTagText(mm->axis[i].tag) == setting.Tag) coords[i] = std::lround(setting.Value * 65536.0);
+    const FT_Error error = FT_Set_Var_Design_Coordinates(face, mm->num_axis, coords.data());
+    FT_Done_MM_Var(Library.get(), mm);
+    if (error != 0) ThrowError("Internal Error:\n Fail to create font.");
+}
+
+std::string AxisTagText(FT_ULong tag) {
+    std::string text;
+    for (int shift = 24; shift >= 0; shift -= 8) text += static_cast<char>((tag >> shift) & 0xFF);
+    // Short tags are padded with spaces, which nobody types.
+    return text.substr(0, text.find_last_not_of(' ') + 1);
 }
 
 void CFontFace::SizeOutline(int32_t size) {

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 #include "sources/font_face.h"
 
@@ -10,6 +9,3 @@
 // style to case and spaces); false when the family is not installed or has
 // no such style.
 bool ResolveFamilyStyle(const std::string& family, const std::string& style, FontLocation& out);
-
-// The family's style names, sorted, each once; empty when it is not installed.
-std::vector<std::string> FamilyStyles(const std::string& family);

@@ -11,6 +11,7 @@
 #include <hb-ot.h>
 #include <hb.h>
 
+#include "sources/font_source_checks.h"
 #include "sources/font_style.h"
 #include "sources/fontconfig_support.h"
 
@@ -22,7 +23,16 @@ struct Family {
     bool HasVerticalForms = false;
     std::string CheckedFile;
     std::set<std::string> Styles;
+    std::set<std::string> CollectionFaces;
+    std::set<std::string> Instances;
+    std::vector<FontFaceInfo::Axis> Axes;
 };
+
+bool IsCollectionFile(const std::string& path) {
+    const std::size_t dot = path.rfind('.');
+    const std::string ext = dot == std::string::npos ? "" : path.substr(dot + 1);
+    return ext == "ttc" || ext == "TTC" || ext == "otc" || ext == "OTC";
+}
 
 std::string Lower(const std::string& s) {
     std::string r = s;
@@ -57,6 +67,23 @@ bool CoversEastAsian(FcPattern* font) {
     for (const char* lang : {"ja", "zh-cn", "zh-tw", "ko"})
         if (FcLangSetHasLang(langs, reinterpret_cast<const FcChar8*>(lang)) == FcLangEqual) return true;
     return false;
+}
+
+// What a path names of the font: a face of a collection, a named instance,
+// the axes of a variable font.
+void AddFaceDetails(Family& f, FcPattern* font, const std::string& file, int index) {
+    if (file.empty()) return;
+    if (IsCollectionFile(file)) f.CollectionFaces.insert(file + "#" + std::to_string(index & 0xFFFF));
+    FcChar8* style = nullptr;
+    if ((index >> 16) != 0 && FcPatternGetString(font, FC_STYLE, 0, &style) == FcResultMatch)
+        f.Instances.insert(reinterpret_cast<const char*>(style));
+    // Files of one family may vary along different axes: the one with most is shown.
+    FcBool variable = FcFalse;
+    if (FcPatternGetBool(font, FC_VARIABLE, 0, &variable) != FcResultMatch || !variable) return;
+    const auto axes = FontAxes({file, index & 0xFFFF, {}});
+    if (axes.size() <= f.Axes.size()) return;
+    f.Axes.clear();
+    for (const auto& a : axes) f.Axes.push_back({a.Tag, a.Min, a.Default, a.Max});
 }
 
 // The files of the matched font's family and style: bitmap families usually
@@ -110,17 +137,6 @@ bool FindInstalledFamily(const std::string& family, InstalledFamilyMatch& out) {
 
 namespace {
 
-// The installed faces of the family, with their style names and files.
-FcFontSetPtr ListFamily(const std::string& family) {
-    if (!FcInit()) return nullptr;
-    // Listing rather than matching: fontconfig's best match would hand back
-    // another style when the one asked for is missing.
-    FcPatternPtr pattern(FcPatternCreate());
-    FcPatternAddString(pattern.get(), FC_FAMILY, reinterpret_cast<const FcChar8*>(family.c_str()));
-    FcObjectSetPtr objects(FcObjectSetBuild(FC_FAMILY, FC_STYLE, FC_FILE, FC_INDEX, nullptr));
-    return FcFontSetPtr(FcFontList(nullptr, pattern.get(), objects.get()));
-}
-
 // Style names are typed as "Extra Light" as often as "extralight".
 std::string FoldedStyle(const std::string& name) {
     std::string folded;
@@ -139,7 +155,13 @@ bool HasStyle(FcPattern* font, const std::string& wanted) {
 }  // namespace
 
 bool ResolveFamilyStyle(const std::string& family, const std::string& style, FontLocation& out) {
-    FcFontSetPtr fonts = ListFamily(family);
+    if (!FcInit()) return false;
+    // Listing rather than matching: fontconfig's best match would hand back
+    // another style when the one asked for is missing.
+    FcPatternPtr pattern(FcPatternCreate());
+    FcPatternAddString(pattern.get(), FC_FAMILY, reinterpret_cast<const FcChar8*>(family.c_str()));
+    FcObjectSetPtr objects(FcObjectSetBuild(FC_FAMILY, FC_STYLE, FC_FILE, FC_INDEX, nullptr));
+    FcFontSetPtr fonts(FcFontList(nullptr, pattern.get(), objects.get()));
     if (!fonts) return false;
     for (int i = 0; i < fonts->nfont; ++i) {
         FcPattern* font = fonts->fonts[i];
@@ -155,33 +177,22 @@ bool ResolveFamilyStyle(const std::string& family, const std::string& style, Fon
     return false;
 }
 
-std::vector<std::string> FamilyStyles(const std::string& family) {
-    std::vector<std::string> styles;
-    FcFontSetPtr fonts = ListFamily(family);
-    for (int i = 0; fonts && i < fonts->nfont; ++i) {
-        FcChar8* style = nullptr;
-        if (HasName(fonts->fonts[i], FC_FAMILY, family) &&
-            FcPatternGetString(fonts->fonts[i], FC_STYLE, 0, &style) == FcResultMatch)
-            styles.emplace_back(reinterpret_cast<const char*>(style));
-    }
-    std::sort(styles.begin(), styles.end());
-    styles.erase(std::unique(styles.begin(), styles.end()), styles.end());
-    return styles;
-}
-
 std::vector<FontFaceInfo> ListInstalledFaces() {
     std::vector<FontFaceInfo> result;
     if (!FcInit()) return result;
     FcPatternPtr pattern(FcPatternCreate());
     FcObjectSetPtr objects(FcObjectSetBuild(FC_FAMILY, FC_SCALABLE, FC_OUTLINE, FC_PIXEL_SIZE, FC_FILE, FC_INDEX,
-                                            FC_LANG, FC_STYLE, nullptr));
+                                            FC_LANG, FC_STYLE, FC_VARIABLE, FC_COLOR, nullptr));
     FcFontSetPtr fonts(FcFontList(nullptr, pattern.get(), objects.get()));
     if (!fonts) return result;
 
     std::map<std::string, Family> families;
     for (int i = 0; i < fonts->nfont; ++i) {
         FcPattern* font = fonts->fonts[i];
-        const bool isScalable = IsScalablePattern(font);
+        // Colour bitmaps are drawn at any size, in grey levels, as outlines are.
+        FcBool colour = FcFalse;
+        FcPatternGetBool(font, FC_COLOR, 0, &colour);
+        const bool isScalable = IsScalablePattern(font) || colour;
         FcChar8* file = nullptr;
         int index = 0;
         FcPatternGetString(font, FC_FILE, 0, &file);
@@ -194,6 +205,7 @@ std::vector<FontFaceInfo> ListInstalledFaces() {
             if (FcChar8* style = nullptr; FcPatternGetString(font, FC_STYLE, 0, &style) == FcResultMatch)
                 f.Styles.insert(reinterpret_cast<const char*>(style));
             f.Scalable = f.Scalable || isScalable;
+            AddFaceDetails(f, font, file ? reinterpret_cast<const char*>(file) : "", index);
             double px = 0;
             for (int k = 0; !isScalable && FcPatternGetDouble(font, FC_PIXEL_SIZE, k, &px) == FcResultMatch; ++k)
                 f.PixelSizes.insert(static_cast<int>(std::lround(px)));
@@ -213,6 +225,9 @@ std::vector<FontFaceInfo> ListInstalledFaces() {
         if (!f.Scalable) info.PixelSizes.assign(f.PixelSizes.begin(), f.PixelSizes.end());
         info.HasVerticalForms = f.HasVerticalForms;
         info.Styles.assign(f.Styles.begin(), f.Styles.end());
+        info.CollectionFaces.assign(f.CollectionFaces.begin(), f.CollectionFaces.end());
+        info.Instances.assign(f.Instances.begin(), f.Instances.end());
+        info.Axes = f.Axes;
         result.push_back(std::move(info));
     }
     std::stable_sort(result.begin(), result.end(), [](const FontFaceInfo& a, const FontFaceInfo& b) {

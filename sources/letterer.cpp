@@ -30,7 +30,7 @@ void CLetterer::OpenFace(const FontLocation& location, int32_t size) {
     if (Vertical) Forms = std::make_unique<CVerticalForms>(Face->Face());
 }
 
-FT_UInt CLetterer::GlyphIndex(char16_t code) const { return FT_Get_Char_Index(Face->Face(), code); }
+FT_UInt CLetterer::GlyphIndex(char16_t code) const { return Face->GlyphIndex(code); }
 
 void CLetterer::Widen(const FT_Bitmap& bitmap) {
     const int w = static_cast<int>(bitmap.width), h = static_cast<int>(bitmap.rows);

@@ -9,5 +9,3 @@ std::vector<FontFaceInfo> ListInstalledFaces() { return {}; }
 bool FindInstalledFamily(const std::string&, InstalledFamilyMatch&) { return false; }
 
 bool ResolveFamilyStyle(const std::string&, const std::string&, FontLocation&) { return false; }
-
-std::vector<std::string> FamilyStyles(const std::string&) { return {}; }

@@ -8,7 +8,9 @@
 #include "core/general_exception.h"
 #include "core/pg_ctrl.h"
 #include "sources/font_catalog.h"
+#include "sources/colour_letterer.h"
 #include "sources/font_face.h"
+#include "sources/font_source_checks.h"
 #include "sources/letterer.h"
 
 namespace {
@@ -29,8 +31,19 @@ void CWinFontReader::CheckParameters() {
     if (Bpp < 1 || Bpp > 5) ThrowError("Internal Error:\n Bpp(%d) out of range.", Bpp);
     if (WidthType < 0 || WidthType > 3) ThrowError("Internal Error:\n Invalid GlyphWidth Type(%d)", WidthType);
     if (WidthType == 3 && FixedWidth <= 0) ThrowError("Parameter Error:\n Invalid fixed width(%d)", FixedWidth);
+    const std::string name = ParseFaceName(FaceName).FaceName;
     FontLocation location;
-    if (!ResolveFontName(ParseFaceName(FaceName).FaceName, location)) ThrowFaceNotFound(FaceName);
+    if (!ResolveFontName(name, location, Size)) {
+        std::string file;
+        int index = 0;
+        CheckReadableFontFile(SplitFaceNumber(name, file, index) ? file : name);
+        ThrowFaceNotFound(FaceName);
+    }
+    location.Axes = Axes;
+    CheckFaceAndAxes(name, location);
+    CheckCharset(name, location);
+    CheckStrikeSize(name, location, Size);
+    CheckSizeFits(location, Size);
 }
 
 void CWinFontReader::Read(CFontData& font, const CFontFilter& filter) {
@@ -42,11 +55,24 @@ void CWinFontReader::Read(CFontData& font, const CFontFilter& filter) {
     // Looked up once: with the size, a bitmap family's file nearest it.
     FontLocation location;
     if (!ResolveFontName(request.FaceName, location, Size)) ThrowFaceNotFound(request.FaceName);
+    location.Axes = Axes;
     // A face of bitmap strikes has no grey levels: it is read at 2 levels
-    // whatever was asked, as the window's level list offers only that.
-    const int32_t bpp = IsBitmapOnly(location) ? 1 : Bpp;
+    // whatever was asked, as the window's level list offers only that. Colour
+    // strikes have their coverage, scaled to any size.
+    const bool colour = IsColourBitmapFont(location);
+    const int32_t bpp = IsBitmapOnly(location) && !colour ? 1 : Bpp;
+    if (bpp != Bpp)
+        ReportWarning(g_pPgCtrl, "Font(%s) has bitmap strikes only: it is read at 1 bit per pixel (2 levels), "
+                                 "not %d levels.",
+                      request.FaceName, 1 << Bpp);
     std::unique_ptr<CLetterer> letterer;
-    if (bpp == 1) {
+    if (LuminanceCoverage && !colour)
+        ReportWarning(g_pPgCtrl, "Font(%s) has no colour bitmaps: luminance coverage changes nothing.", request.FaceName);
+    if (colour) {
+        auto colours = std::make_unique<CColourLetterer>();
+        colours->Luminance = LuminanceCoverage;
+        letterer = std::move(colours);
+    } else if (bpp == 1) {
         letterer = std::make_unique<CRasterLetterer>();
     } else {
         auto vector = std::make_unique<CVectorLetterer>();

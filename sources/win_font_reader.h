@@ -3,8 +3,10 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "core/font_io.h"
+#include "sources/font_face.h"
 
 class CWinFontReader : public CFontReader {
 public:
@@ -28,4 +30,9 @@ public:
     int32_t WidthType;
     int32_t FixedWidth;
     bool SoftAA;
+    // Design-axis values of a variable font, set over its default or the
+    // named instance the face name leads to.
+    std::vector<FontAxisSetting> Axes;
+    // Colour bitmap glyphs: grey levels from coverage x darkness, not coverage.
+    bool LuminanceCoverage = false;
 };

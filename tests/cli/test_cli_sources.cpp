@@ -95,7 +95,9 @@ TEST(CliFonts, SourceErrors) {
         {"--from-font 'DejaVu Sans' --size 0", "Invalid Font Size(0)"},
         {"--from-font NoSuchFace --cell-height 12", "Font(NoSuchFace) is not installed."},
         {"--from-font 'DejaVu Sans' --size 12 --width fixed --fixed-width 0", "Invalid fixed width(0)"},
-        {"--from-font 'NoSuchFace' --style Heavy --size 12", "Font(NoSuchFace) has no style Heavy."},
+        {"--from-font 'DejaVu Sans' --style Heavy --size 12",
+         "Font(DejaVu Sans) has no style Heavy; its styles are Bold, Bold Oblique, Book, Condensed, Condensed Bold, "
+         "Condensed Bold Oblique, Condensed Oblique, ExtraLight, Oblique."},
         {"--from-font 'DejaVu Sans' --size 12 --from-font @IPAGothic",
          "Vertical and horizontal sources can not be mixed: DejaVu Sans is horizontal, but @IPAGothic is vertical."},
         {"--from-zgly " + Q(in) + " --filter " + Q(dir / "none.xllt"), "Filter file(" + (dir / "none.xllt").string() + ") not exists"},

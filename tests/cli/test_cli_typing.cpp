@@ -55,6 +55,7 @@ TEST(CliTyping, NearMissesAreNamedInOneLineAndAHint) {
         {"buld", "unknown command 'buld' (did you mean build?)"},
         {"info --jsno in.zgly", "unknown option '--jsno' (did you mean --json?)"},
         {"list-fonts --jason", "unknown option '--jason' (did you mean --json?)"},
+        {"check in.zgly --chars A --chars-encodng utf-8", "unknown option '--chars-encodng' (did you mean --chars-encoding?)"},
         {"preview in.zgly --text A --out x.bmp", "--out needs a file name ending in .png, not 'x.bmp'"},
         {"preview in.zgly --text A --otu x.png", "unknown option '--otu' (did you mean --out?)"},
         {"convert --from-zgly in.zgly --to-bmp out.jpg --to-order ASCII",
@@ -85,7 +86,7 @@ TEST(CliTyping, NearMissesAreNamedInOneLineAndAHint) {
 
 TEST(CliTyping, EveryCommandPrintsItsOwnHelp) {
     CScratchDir dir;
-    for (const std::string command : {"build", "info", "preview", "template", "list-orders", "list-fonts"}) {
+    for (const std::string command : {"build", "info", "check", "preview", "template", "list-orders", "list-fonts"}) {
         for (const char* flag : {"--help", "-h"}) {
             auto r = RunCli(dir, command + " " + flag);
             EXPECT_EQ(r.Status, 0) << command << flag;
@@ -133,7 +134,7 @@ TEST(CliTyping, StylesMatchWithoutCaseAndSpacesAndAreListedWhenWrong) {
     EXPECT_EQ(Slurp(dir / "a.zgly"), Slurp(dir / "b.zgly"));
     auto r = RunCli(dir, "convert --from-font 'DejaVu Sans' --style Heavy --size 12 --to-zgly " + Q(dir / "c.zgly"));
     EXPECT_EQ(r.Status, 1);
-    EXPECT_EQ(r.Err.rfind("Parameter Error:\n Font(DejaVu Sans) has no style Heavy. Its styles: Bold, ", 0), 0u) << r.Err;
+    EXPECT_EQ(r.Err.rfind("Parameter Error:\n Font(DejaVu Sans) has no style Heavy; its styles are Bold, ", 0), 0u) << r.Err;
     EXPECT_NE(r.Err.find(", ExtraLight, "), std::string::npos) << r.Err;
 }
 

@@ -139,11 +139,12 @@ TEST_F(WinFontReader, BitmapStrikesListedAndChosenBySize) {
     }));
 
     // {size, levels asked, ink width, ink height}: cell heights, an em height (negative),
-    // the nearest strike for a size between two, and more levels than the face has.
-    const int cases[][4] = {{8, 1, 4, 8}, {12, 1, 6, 12}, {16, 1, 8, 16}, {-12, 1, 6, 12}, {15, 1, 8, 16},
-                            {12, 4, 6, 12}, {16, 3, 8, 16}};
+    // and more levels than the face has, which one warning tells.
+    const int cases[][4] = {{8, 1, 4, 8}, {12, 1, 6, 12}, {16, 1, 8, 16}, {-12, 1, 6, 12}, {12, 4, 6, 12},
+                            {16, 3, 8, 16}};
     for (const auto& c : cases) {
         SCOPED_TRACE(testing::Message() << "size " << c[0] << " bpp " << c[1]);
+        Pg.Warnings.clear();
         CWinFontReader reader("GwStrikes", c[0], c[1], 0, 0, false);
         reader.CheckParameters();
         CFontData font;
@@ -154,8 +155,20 @@ TEST_F(WinFontReader, BitmapStrikesListedAndChosenBySize) {
         EXPECT_EQ(a->Ink.Width(), c[2]);
         EXPECT_EQ(a->Ink.Height(), c[3]);
         EXPECT_EQ(a->Bpp, 1);
+        EXPECT_EQ(Pg.Warnings, c[1] == 1 ? std::vector<std::string>{}
+                                         : std::vector<std::string>{FormatString(
+                                               "Font(GwStrikes) has bitmap strikes only: it is read at 1 bit per "
+                                               "pixel (2 levels), not %d levels.",
+                                               1 << c[1])});
         const std::size_t bits = static_cast<std::size_t>(a->Ink.Width()) * a->Ink.Height();
         for (std::size_t bit = 0; bit < bits; ++bit)  // solid: full ink in every pixel
             ASSERT_EQ(PeekBits(a->Pixels.data(), bit, 1), 1u) << bit;
     }
+    // A size between strikes is refused with the sizes there are, in the
+    // measure of the size asked: cell heights, or ems for character heights.
+    EXPECT_EQ(ErrorOf([] { CWinFontReader("GwStrikes", 15, 1, 0, 0, false).CheckParameters(); }),
+              "Parameter Error:\n Font(GwStrikes) has bitmap strikes only and none of cell height 15; its cell heights "
+              "are 8, 12, 16.");
+    EXPECT_EQ(ErrorOf([] { CWinFontReader("GwStrikes", -9, 1, 0, 0, false).CheckParameters(); }),
+              "Parameter Error:\n Font(GwStrikes) has bitmap strikes only and none of size 9; its sizes are 8, 12, 16.");
 }
