@@ -1,5 +1,6 @@
 #include "cli/build_command.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -10,6 +11,7 @@
 #include "cli/build_inputs.h"
 #include "cli/build_runner.h"
 #include "cli/build_state.h"
+#include "cli/convert_options.h"
 #include "cli/option_words.h"
 #include "cli/options.h"
 #include "cli/recipe.h"
@@ -65,12 +67,52 @@ BuildOptions ParseBuildOptions(const std::vector<std::string>& args) {
     return o;
 }
 
+// Where convert's arguments hold the --threads option (not a value that reads
+// "--threads", as --chars may), or their size when they do not.
+std::size_t ThreadsOptionAt(const std::vector<std::string>& args) {
+    for (std::size_t i = 0; i < args.size(); ++i) {
+        if (args[i] == "--threads") return i;
+        const auto& table = ConvertOptionTable();
+        const bool takesValue =
+            args[i] == "--settings" || std::any_of(table.begin(), table.end(), [&](const ConvertOption& o) {
+                return args[i] == o.Name && o.Value != OptionValue::Flag;
+            });
+        if (takesValue) ++i;
+    }
+    return args.size();
+}
+
 // The settings that decide a font's bytes: its options, and the program
 // that turns them into the font.
 uint64_t SettingsHash(const RecipeFont& font) {
     std::string text = GLYPHWRIGHT_VERSION;
-    for (const auto& a : font.Expanded) text += '\0' + a;
+    // The same bytes at any thread count.
+    const std::size_t threads = ThreadsOptionAt(font.Expanded);
+    for (std::size_t i = 0; i < font.Expanded.size(); ++i)
+        if (i != threads && i != threads + 1) text += '\0' + font.Expanded[i];
     return HashText(text);
+}
+
+// The cores are one budget: the fonts built at once share them, so that a
+// build never renders on more threads than the machine has cores (one a
+// font at least). A font's own `threads` is the most it takes.
+void ShareThreads(std::vector<BuildJob>& jobs, int parallel) {
+    if (jobs.empty()) return;
+    const int cores = static_cast<int>(std::max(1u, std::thread::hardware_concurrency()));
+    const int running = std::min(parallel, static_cast<int>(jobs.size()));
+    const int share = std::max(1, cores / running);
+    for (BuildJob& job : jobs) {
+        const std::size_t given = ThreadsOptionAt(job.Args);
+        if (given == job.Args.size()) {
+            job.Args.insert(job.Args.end(), {"--threads", std::to_string(share)});
+        } else if (given + 1 < job.Args.size()) {
+            // A value convert refuses stays as it is, for convert's own message.
+            std::string& value = job.Args[given + 1];
+            char* end = nullptr;
+            const long n = std::strtol(value.c_str(), &end, 10);
+            if (*end == '\0' && n > share) value = std::to_string(share);
+        }
+    }
 }
 
 // Fonts often share a file (one face, one text of the game): each is read
@@ -186,6 +228,7 @@ int RunBuildCommand(const std::vector<std::string>& args) {
         std::error_code ec;
         fs::create_directories(before[f].Output.Path.parent_path(), ec);
     }
+    ShareThreads(jobs, options.Jobs);
     int built = 0, failed = 0, canceled = 0;
     bool finished = RunBuildJobs(jobs, options.Jobs, recipe.Folder, [&](std::size_t job, const BuildJobResult& r) {
         const RecipeFont& font = recipe.Fonts[jobFont[job]];

@@ -57,6 +57,7 @@ const std::vector<ConvertOption> Table = {
     {"--chars-encoding", V::Text, G::Run},
     {"--range", V::Codes, G::Run},
     {"--quiet", V::Flag, G::Run},
+    {"--threads", V::Number, G::Run},
 };
 
 const ConvertOption& Find(const std::string& name) {
@@ -195,6 +196,10 @@ void ApplyOutputOption(CliOptions& o, const std::string& name, const std::string
     else if (name == "--chars-encoding") o.CharsEncoding = ParseChoice(name, value, EncodingChoices);
     else if (name == "--range") o.Ranges.push_back(ParseCodeRange(value));
     else if (name == "--quiet") o.Quiet = true;
+    else if (name == "--threads") {
+        o.Threads = ParseIntOption(name, value);
+        if (o.Threads < 1 || o.Threads > 256) Fail("--threads takes 1 to 256, not '" + value + "'");
+    }
 }
 
 // Checks a parsed source and settles its size; later font sources without a

@@ -44,14 +44,14 @@ std::unique_ptr<CFontReader> CreateSourceReader(const CliSource& o) {
     switch (o.Input) {
     case InputKind::Zgly: return std::make_unique<CZarnicFontReader>(o.InputPath);
     case InputKind::Bmp: return std::make_unique<CBmpFontReader>(o.InputPath, ResolveGlyphOrder(o.FromOrder), o.BmpBpp);
-    case InputKind::Font:
+    case InputKind::Font: {
         // As the font panel refuses a size before it builds the reader.
         if (o.FontSizeGiven < 1) ThrowError("Parameter Error:\n Invalid Font Size(%d)", o.FontSizeGiven);
-    {
         auto reader = std::make_unique<CWinFontReader>(o.FontFace, o.FontSize, o.FontBpp, o.WidthType, o.FixedWidth,
                                                        o.SoftAA);
         for (const auto& [tag, value] : o.Axes) reader->Axes.push_back({tag, value});
         reader->LuminanceCoverage = o.LuminanceCoverage;
+        reader->Threads = o.Threads;
         return reader;
     }
     case InputKind::Lc:

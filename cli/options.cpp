@@ -123,7 +123,7 @@ CliOptions ParseCommandLine(const std::vector<std::string>& args) {
 const char* HelpText() {
     return "glyphwright-cli: converts fonts into ZGLY bitmap fonts or glyph-grid BMP pictures.\n"
            "\n"
-           "glyphwright-cli convert INPUT... OUTPUT [CHARACTERS...] [--quiet]\n"
+           "glyphwright-cli convert INPUT... OUTPUT [CHARACTERS...] [--threads N] [--quiet]\n"
            "  INPUT, one or more; each starts a source and the source options after it are its own:\n"
            "    --from-zgly FILE\n"
            "    --from-bmp FILE --from-order ORDER [--colors 2|4|8|16]\n"
@@ -156,6 +156,8 @@ const char* HelpText() {
            "                           are read (default utf-8)\n"
            "    --range FIRST-LAST     code points as U+3041, 0x3041 or 12353; or one CODE\n"
            "  Texts, files and ranges that hold no character but the space fail the run.\n"
+           "  --threads N renders a font on N threads (1 to 256; default: every core); the output is\n"
+           "  the same at any count.\n"
            "  After a finished convert one line on stderr sums it up (not with --quiet).\n"
            "glyphwright-cli info FILE.zgly [--chars] [--json]      (--chars: the characters it holds)\n"
            "glyphwright-cli check FILE.zgly (--chars TEXT | --chars-file FILE | --range R)... [--json]\n"

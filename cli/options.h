@@ -35,6 +35,7 @@ struct CliSource {
     bool LcMainFixed = true;
     bool LcHalfFixed = true;
     bool LcVertical = false;
+    int Threads = 0;               // the run's --threads, for a font
 };
 
 // Code points FIRST..LAST of a --range, both included.
@@ -73,6 +74,7 @@ struct CliOptions {
     std::vector<CliCodeRange> Ranges;     // --range
     int CharsEncoding = -1;               // --chars-encoding: how text files without a BOM are read
     bool Quiet = false;
+    int Threads = 0;               // --threads; 0: every core
 
     // Any of --filter, --chars, --chars-file, --range.
     bool SelectsChars() const { return FilterGiven || !Chars.empty() || !CharsFiles.empty() || !Ranges.empty(); }

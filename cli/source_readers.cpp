@@ -77,7 +77,9 @@ std::unique_ptr<CFontReader> CreateReader(const CliOptions& o, CRunSummary& summ
     for (const auto& s : o.Sources) {
         if (const auto v = KnownVertical(s); firstVertical && v && *v != *firstVertical)
             throw CGeneralException(MixedDirectionsMessage(SourceName(o.Sources.front()), *firstVertical, SourceName(s)));
-        sources.push_back({CreateSourceReader(ResolveFace(s)), SourceName(s)});
+        CliSource source = ResolveFace(s);
+        source.Threads = o.Threads;
+        sources.push_back({CreateSourceReader(source), SourceName(s)});
         summary.SourceNames.push_back(sources.back().Name);
     }
     if (sources.size() == 1) return std::move(sources.front().Reader);

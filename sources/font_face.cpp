@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <fstream>
 
 #include FT_TRUETYPE_TABLES_H
 
@@ -120,10 +121,23 @@ FtLibraryPtr MakeFtLibrary() {
     return FtLibraryPtr(lib);
 }
 
-CFontFace::CFontFace(const FontLocation& location, int32_t size) : Library(MakeFtLibrary()) {
+void LoadFontBytes(FontLocation& location) {
+    std::ifstream in(location.File, std::ios::binary | std::ios::ate);
+    if (!in) return;
+    const std::streamoff size = in.tellg();
+    if (size <= 0) return;
+    auto bytes = std::make_shared<std::vector<FT_Byte>>(static_cast<std::size_t>(size));
+    in.seekg(0);
+    if (!in.read(reinterpret_cast<char*>(bytes->data()), size)) return;
+    location.Bytes = std::move(bytes);
+}
+
+CFontFace::CFontFace(const FontLocation& location, int32_t size) : Bytes(location.Bytes), Library(MakeFtLibrary()) {
     FT_Face face = nullptr;
-    if (FT_New_Face(Library.get(), location.File.c_str(), location.Index, &face) != 0)
-        ThrowError("Internal Error:\n Fail to create font.");
+    const FT_Error error =
+        Bytes ? FT_New_Memory_Face(Library.get(), Bytes->data(), static_cast<FT_Long>(Bytes->size()), location.Index, &face)
+              : FT_New_Face(Library.get(), location.File.c_str(), location.Index, &face);
+    if (error != 0) ThrowError("Internal Error:\n Fail to create font.");
     FacePtr.reset(face);
     if (!location.Axes.empty()) SetAxes(location.Axes);
     if (FT_Select_Charmap(face, FT_ENCODING_UNICODE) != 0) Charset = CCharsetMap::ForFace(face, location.File.string());

@@ -27,7 +27,6 @@ struct FontAxisSetting {
     std::string Tag;
     double Value = 0;
 };
-
 struct FontLocation {
     std::filesystem::path File;
     // FreeType's face index: the face of a collection in the low 16 bits, a
@@ -35,7 +34,14 @@ struct FontLocation {
     int Index = 0;
     // Design-axis values set over the face's default (or named instance's).
     std::vector<FontAxisSetting> Axes;
+    // The file's bytes, read once for the faces of several threads (each
+    // mapping its own copy of the file would hold it once per thread); none:
+    // each face opens the file itself.
+    std::shared_ptr<const std::vector<FT_Byte>> Bytes;
 };
+// Reads the file's bytes into the location; leaves it as it was when the
+// file cannot be read whole (the faces then open it by path, as before).
+void LoadFontBytes(FontLocation& location);
 
 // A variable font's axis tag as text ("wght").
 std::string AxisTagText(FT_ULong tag);
@@ -91,6 +97,7 @@ private:
     void SizeOutline(int32_t size);
     void SizeBitmap(int32_t size);
 
+    std::shared_ptr<const std::vector<FT_Byte>> Bytes;  // outlives the face that reads it
     FtLibraryPtr Library;
     FtFacePtr FacePtr;
     std::unique_ptr<CCharsetMap> Charset;

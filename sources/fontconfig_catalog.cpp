@@ -80,7 +80,7 @@ void AddFaceDetails(Family& f, FcPattern* font, const std::string& file, int ind
     // Files of one family may vary along different axes: the one with most is shown.
     FcBool variable = FcFalse;
     if (FcPatternGetBool(font, FC_VARIABLE, 0, &variable) != FcResultMatch || !variable) return;
-    const auto axes = FontAxes({file, index & 0xFFFF, {}});
+    const auto axes = FontAxes({file, index & 0xFFFF, {}, nullptr});
     if (axes.size() <= f.Axes.size()) return;
     f.Axes.clear();
     for (const auto& a : axes) f.Axes.push_back({a.Tag, a.Min, a.Default, a.Max});
@@ -104,7 +104,7 @@ std::vector<FontLocation> StyleFiles(FcPattern* match, const std::string& family
         int index = 0;
         if (IsScalablePattern(font) || FcPatternGetString(font, FC_FILE, 0, &file) != FcResultMatch) continue;
         FcPatternGetInteger(font, FC_INDEX, 0, &index);
-        files.push_back({reinterpret_cast<const char*>(file), index});
+        files.push_back({reinterpret_cast<const char*>(file), index, {}, nullptr});
     }
     return files;
 }
@@ -129,7 +129,7 @@ bool FindInstalledFamily(const std::string& family, InstalledFamilyMatch& out) {
     if (FcPatternGetString(match.get(), FC_FILE, 0, &file) != FcResultMatch) return false;
     int index = 0;
     FcPatternGetInteger(match.get(), FC_INDEX, 0, &index);
-    out.Font = {reinterpret_cast<const char*>(file), index};
+    out.Font = {reinterpret_cast<const char*>(file), index, {}, nullptr};
     out.Scalable = IsScalablePattern(match.get());
     out.StyleFiles = out.Scalable ? std::vector<FontLocation>{} : StyleFiles(match.get(), family);
     return true;

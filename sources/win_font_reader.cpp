@@ -12,6 +12,7 @@
 #include "sources/font_face.h"
 #include "sources/font_source_checks.h"
 #include "sources/letterer.h"
+#include "sources/parallel_lettering.h"
 
 namespace {
 
@@ -65,32 +66,42 @@ void CWinFontReader::Read(CFontData& font, const CFontFilter& filter) {
         ReportWarning(g_pPgCtrl, "Font(%s) has bitmap strikes only: it is read at 1 bit per pixel (2 levels), "
                                  "not %d levels.",
                       request.FaceName, 1 << Bpp);
-    std::unique_ptr<CLetterer> letterer;
     if (LuminanceCoverage && !colour)
         ReportWarning(g_pPgCtrl, "Font(%s) has no colour bitmaps: luminance coverage changes nothing.", request.FaceName);
-    if (colour) {
-        auto colours = std::make_unique<CColourLetterer>();
-        colours->Luminance = LuminanceCoverage;
-        letterer = std::move(colours);
-    } else if (bpp == 1) {
-        letterer = std::make_unique<CRasterLetterer>();
-    } else {
-        auto vector = std::make_unique<CVectorLetterer>();
-        vector->SoftAA = SoftAA;
-        letterer = std::move(vector);
-    }
+    const int threads = LetteringThreads(Threads, filter);
+    if (threads > 1) LoadFontBytes(location);
+    auto makeLetterer = [&]() -> std::unique_ptr<CLetterer> {
+        std::unique_ptr<CLetterer> letterer;
+        if (colour) {
+            auto colours = std::make_unique<CColourLetterer>();
+            colours->Luminance = LuminanceCoverage;
+            letterer = std::move(colours);
+        } else if (bpp == 1) {
+            letterer = std::make_unique<CRasterLetterer>();
+        } else {
+            auto vector = std::make_unique<CVectorLetterer>();
+            vector->SoftAA = SoftAA;
+            letterer = std::move(vector);
+        }
+        letterer->Setup(bpp, WidthType, FixedWidth, request.Vertical);
+        letterer->Prepare(location, Size);
+        return letterer;
+    };
     font.IsVertical.Set(request.Vertical);
-    letterer->Setup(bpp, WidthType, FixedWidth, request.Vertical);
-    letterer->Prepare(location, Size);
+    std::unique_ptr<CLetterer> letterer = makeLetterer();
 
-    // A glyph that MakeGlyph left untouched serves the next code.
-    std::unique_ptr<CGlyph> glyph;
-    for (uint32_t code = 0; code < 0xFFFF; ++code) {
-        g_pPgCtrl->StepProgress(1);
-        if (filter.IsExcluded(static_cast<uint16_t>(code))) continue;
-        if (!glyph) glyph = std::make_unique<CGlyph>();
-        if (letterer->MakeGlyph(*glyph, static_cast<char16_t>(code)))
-            font.AddGlyph(std::move(glyph), static_cast<uint16_t>(code));
+    if (threads > 1) {
+        LetterInParallel(threads, *letterer, makeLetterer, font, filter);
+    } else {
+        // A glyph that MakeGlyph left untouched serves the next code.
+        std::unique_ptr<CGlyph> glyph;
+        for (uint32_t code = 0; code < 0xFFFF; ++code) {
+            g_pPgCtrl->StepProgress(1);
+            if (filter.IsExcluded(static_cast<uint16_t>(code))) continue;
+            if (!glyph) glyph = std::make_unique<CGlyph>();
+            if (letterer->MakeGlyph(*glyph, static_cast<char16_t>(code)))
+                font.AddGlyph(std::move(glyph), static_cast<uint16_t>(code));
+        }
     }
     letterer.reset();
     font.Bpp.Set(bpp);

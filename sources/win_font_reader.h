@@ -35,4 +35,7 @@ public:
     std::vector<FontAxisSetting> Axes;
     // Colour bitmap glyphs: grey levels from coverage x darkness, not coverage.
     bool LuminanceCoverage = false;
+    // Rendering threads, each with a face of its own; 0: every core. The
+    // glyphs are the same at any count.
+    int32_t Threads = 0;
 };

@@ -88,6 +88,48 @@ TEST(CliFonts, DejaVuAndIpaGothicMergeAsTheirOwnRuns) {
     expect(dir / "i.zgly", u"\u3042\u3043\u3044");
 }
 
+// Rendering on several threads merges in code order: the file, the summary
+// line and the warnings are those of one thread, whatever the depth, the
+// direction, the soft anti-aliasing, a selection of characters, a variable
+// font's axis or a colour bitmap font.
+TEST(CliFonts, ThreadCountsMakeTheSameBytes) {
+    CScratchDir dir;
+    WriteText(dir / "f.xllt", "<letter-list version=\"1.0\"><body><letter>AB\u0e01\u0531\u3042\u10d0</letter>"
+                              "</body></letter-list>");
+    const std::vector<std::string> cases = {
+        "--from-font 'DejaVu Sans' --size 16 --levels 2",
+        "--from-font 'DejaVu Sans' --size 16 --levels 16 --no-soft-aa",
+        "--from-font 'DejaVu Sans' --size 12 --levels 4 --width margin",
+        "--from-font @IPAGothic --size 16 --levels 16 --no-soft-aa",
+        "--from-font IPAGothic --size 20 --levels 8 --range U+3000-U+4FFF --filter " + Q(dir / "f.xllt"),
+        "--from-font 'DejaVu Sans' --size 12 --levels 16 --from-font IPAGothic --range U+0020-U+30FF",
+        "--from-font /usr/share/fonts/truetype/inter-vf/Inter.var.ttf --axis wght=700 --size 14 --levels 4",
+        "--from-font /usr/share/fonts/truetype/noto/NotoColorEmoji.ttf --size 20 --levels 16",
+    };
+    for (const std::string& c : cases) {
+        auto one = RunCli(dir, "convert " + c + " --threads 1 --to-zgly " + Q(dir / "1.zgly"));
+        auto four = RunCli(dir, "convert " + c + " --threads 4 --to-zgly " + Q(dir / "4.zgly"));
+        ASSERT_EQ(one.Status, 0) << c << ": " << one.Err;
+        ASSERT_EQ(four.Status, 0) << c << ": " << four.Err;
+        EXPECT_TRUE(FileBytes(dir / "1.zgly") == FileBytes(dir / "4.zgly")) << c;
+        std::string err4 = four.Err;
+        err4.replace(err4.find("4.zgly"), 6, "1.zgly");
+        EXPECT_EQ(one.Err, err4) << c;
+    }
+    // The default, every core, is the same too.
+    ASSERT_EQ(RunCli(dir, "convert " + cases[0] + " --to-zgly " + Q(dir / "all.zgly")).Status, 0);
+    ASSERT_EQ(RunCli(dir, "convert " + cases[0] + " --threads 1 --to-zgly " + Q(dir / "1.zgly")).Status, 0);
+    EXPECT_TRUE(FileBytes(dir / "all.zgly") == FileBytes(dir / "1.zgly"));
+    for (const char* bad : {"0", "257", "two"}) {
+        auto r = RunCli(dir, "convert " + cases[0] + " --threads " + bad + " --to-zgly " + Q(dir / "x.zgly"));
+        EXPECT_EQ(r.Status, 2) << bad;
+        const std::string expected = std::string(bad) == "two" ? "--threads needs a whole number, not 'two'"
+                                                               : "--threads takes 1 to 256, not '" + std::string(bad) + "'";
+        EXPECT_NE(r.Err.find(expected), std::string::npos) << r.Err;
+        EXPECT_FALSE(std::filesystem::exists(dir / "x.zgly"));
+    }
+}
+
 TEST(CliFonts, SourceErrors) {
     CScratchDir dir;
     auto in = MakeFont(dir, "in.zgly");

@@ -172,3 +172,23 @@ TEST_F(WinFontReader, BitmapStrikesListedAndChosenBySize) {
     EXPECT_EQ(ErrorOf([] { CWinFontReader("GwStrikes", -9, 1, 0, 0, false).CheckParameters(); }),
               "Parameter Error:\n Font(GwStrikes) has bitmap strikes only and none of size 9; its sizes are 8, 12, 16.");
 }
+
+// A cancel on several threads ends the run where it ends on one: the font
+// holds the same glyphs before that code, and no helper is left running when
+// Read has passed the cancellation on.
+TEST_F(WinFontReader, CancelOnSeveralThreadsStopsAtTheSameCode) {
+    std::vector<std::vector<uint16_t>> codes;
+    for (int threads : {1, 4}) {
+        CWinFontReader reader("IPAGothic", 16, 4, 0, 0, false);
+        reader.Threads = threads;
+        CFontData font;
+        Pg.CancelAtVisibleStep(100);
+        EXPECT_THROW(reader.Read(font, {}), int) << threads;
+        Pg.ClearCancel();
+        codes.emplace_back();
+        for (const auto& g : font.GetGlyphs()) codes.back().push_back(g->Code);
+    }
+    ASSERT_GT(codes[0].size(), 1000u);
+    EXPECT_EQ(codes[0], codes[1]);
+    EXPECT_LT(codes[0].back(), 0xC800);  // the 100th of 128 visible steps
+}
