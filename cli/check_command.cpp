@@ -10,6 +10,7 @@
 #include "core/codepage.h"
 #include "core/general_exception.h"
 #include "core/text_decoding.h"
+#include "core/utf8.h"
 #include "preview/text_renderer.h"
 #include "zgly/binary_file.h"
 #include "zgly/font_block_set.h"
@@ -42,7 +43,7 @@ public:
     void CheckText(std::string_view text, const std::string& source, const std::string& what) {
         int line = 1, column = 0;
         for (std::size_t at = 0; at < text.size();) {
-            uint32_t cp = 0;
+            char32_t cp = 0;
             const std::size_t len = DecodeUtf8(text, at, cp);
             if (len == 0)
                 ThrowError("Parameter Error:\n %s is not valid UTF-8 (at byte offset %d).", what, static_cast<int>(at));

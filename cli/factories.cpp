@@ -66,9 +66,15 @@ std::unique_ptr<CFontWriter> CreateWriter(const CliOptions& o) {
     switch (o.Output) {
     case OutputKind::Zgly: {
         // As the output panel reads its alternate character field.
-        uint16_t alternate = o.AltCharGiven ? ParseAlternateChar(o.AltCharText, o.Encoding) : NotGiven;
-        return std::make_unique<CZarnicFontWriter>(o.OutputPath, alternate, o.LineHeight, o.DefaultWidth,
-                                                   o.DefaultLeft, o.DefaultRight, o.Encoding, o.Rotation);
+        ZglyWriterOptions options;
+        if (o.AltCharGiven) options.AlternateChar = ParseAlternateChar(o.AltCharText, o.Encoding);
+        options.LineHeight = o.LineHeight;
+        options.DefaultLeftSpace = o.DefaultLeft;
+        options.DefaultWidth = o.DefaultWidth;
+        options.DefaultRightSpace = o.DefaultRight;
+        options.Encoding = static_cast<EncodingNumber>(o.Encoding);
+        options.Rotation = o.Rotation;
+        return std::make_unique<CZarnicFontWriter>(o.OutputPath, options);
     }
     case OutputKind::Bmp:
         return std::make_unique<CBmpFontWriter>(o.OutputPath, ResolveGlyphOrder(o.ToOrder), o.DrawGrid, o.CellWidth,

@@ -13,11 +13,10 @@
 #include "xmlfiles/glyph_order_files.h"
 #include "xmlfiles/glyph_order_handler.h"
 
-void RunListOrders(bool json, std::FILE* out, std::FILE* err) {
-    // Files that fail to load are reported as warnings, as at the window's start-up.
-    CHeadlessPgCtrl pg;
-    CPgCtrl* saved = g_pPgCtrl;
-    g_pPgCtrl = &pg;
+namespace {
+
+// The listing of every shipped order; the ones that fail to load become warnings.
+std::string ListOrdersText(bool json, CPgCtrl& pg) {
     std::vector<GlyphOrderInfo> list;
     FindGlyphOrderFiles(list);
     std::string text = json ? "[" : "";
@@ -45,7 +44,16 @@ void RunListOrders(bool json, std::FILE* out, std::FILE* err) {
         first = false;
     }
     if (json) text += "]\n";
-    g_pPgCtrl = saved;
+    return text;
+}
+
+}  // namespace
+
+void RunListOrders(bool json, std::FILE* out, std::FILE* err) {
+    // Files that fail to load are reported as warnings, as at the window's start-up.
+    CHeadlessPgCtrl pg;
+    CPgCtrlScope scope(pg);
+    const std::string text = ListOrdersText(json, pg);
     std::fputs(text.c_str(), out);
     for (const auto& w : pg.Warnings) std::fprintf(err, "Warning: %s\n", w.c_str());
 }

@@ -8,12 +8,11 @@
 #include <string>
 #include <vector>
 
+#include "core/font_io.h"
+
 enum class CliCommand { Convert, Info, Preview, ListOrders, ListFonts, Help, Version };
 enum class InputKind { None, Zgly, Bmp, Font, Lc };
 enum class OutputKind { None, Zgly, Bmp };
-
-// A parameter the user did not give; the font's own value is used.
-inline constexpr int CliNotGiven = 0xFFFF;
 
 // One font source of a convert run; each --from-... starts one.
 struct CliSource {
@@ -57,10 +56,10 @@ struct CliOptions {
     int Encoding = 1;              // UTF-16
     bool AltCharGiven = false;
     std::string AltCharText;
-    int LineHeight = CliNotGiven;
-    int DefaultLeft = CliNotGiven;
-    int DefaultWidth = CliNotGiven;
-    int DefaultRight = CliNotGiven;
+    int LineHeight = NotGiven;
+    int DefaultLeft = NotGiven;
+    int DefaultWidth = NotGiven;
+    int DefaultRight = NotGiven;
     int Rotation = 0;              // 0..3 for 0, 90, 180, 270 degrees
     std::string ToOrder;
     bool DrawGrid = true;

@@ -69,9 +69,3 @@ template <class... Args>
     throw CGeneralException(FormatString(format, args...));
 }
 
-// A code point as UTF-8; a lone surrogate comes out as its three-byte form so
-// that nothing is lost.
-std::string CodePointToUtf8(char32_t cp);
-// UTF-8 to UTF-16 code units; invalid bytes become U+FFFD.
-std::u16string Utf8ToUtf16(std::string_view text);
-std::string Utf16ToUtf8(std::u16string_view text);

@@ -2,6 +2,7 @@
 
 #include "core/codepage.h"
 #include "core/general_exception.h"
+#include "core/utf8.h"
 
 namespace {
 
@@ -63,23 +64,4 @@ std::string DecodeTextToUtf8(std::string_view bytes, int encoding, const std::st
     case EncodingCp1252: return FromCodePage(bytes, 1252, "CodePage 1252", what);
     default: return std::string(bytes);
     }
-}
-
-std::size_t DecodeUtf8(std::string_view text, std::size_t at, uint32_t& cp) {
-    const auto b = static_cast<unsigned char>(text[at]);
-    std::size_t len;
-    uint32_t min;
-    if (b < 0x80) { cp = b; return 1; }
-    if ((b & 0xE0) == 0xC0) { len = 2; cp = b & 0x1F; min = 0x80; }
-    else if ((b & 0xF0) == 0xE0) { len = 3; cp = b & 0x0F; min = 0x800; }
-    else if ((b & 0xF8) == 0xF0) { len = 4; cp = b & 0x07; min = 0x10000; }
-    else return 0;
-    if (at + len > text.size()) return 0;
-    for (std::size_t k = 1; k < len; ++k) {
-        const auto c = static_cast<unsigned char>(text[at + k]);
-        if ((c & 0xC0) != 0x80) return 0;
-        cp = (cp << 6) | (c & 0x3F);
-    }
-    if (cp < min || cp > 0x10FFFF || (cp >= 0xD800 && cp <= 0xDFFF)) return 0;
-    return len;
 }

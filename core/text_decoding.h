@@ -15,6 +15,3 @@ inline constexpr int TextEncodingAuto = -1;
 // <encoding> (at byte offset N)." for bytes that are not.
 std::string DecodeTextToUtf8(std::string_view bytes, int encoding, const std::string& what);
 
-// Decodes one UTF-8 sequence at text[at]; returns its length, or 0 when the
-// bytes there are not valid UTF-8 (overlong forms and surrogates included).
-std::size_t DecodeUtf8(std::string_view text, std::size_t at, uint32_t& cp);

@@ -104,7 +104,10 @@ std::vector<FontLocation> StyleFiles(FcPattern* match, const std::string& family
         int index = 0;
         if (IsScalablePattern(font) || FcPatternGetString(font, FC_FILE, 0, &file) != FcResultMatch) continue;
         FcPatternGetInteger(font, FC_INDEX, 0, &index);
-        files.push_back({reinterpret_cast<const char*>(file), index, {}, nullptr});
+        FontLocation location;
+        location.File = reinterpret_cast<const char*>(file);
+        location.Index = index;
+        files.push_back(location);
     }
     return files;
 }
@@ -129,7 +132,9 @@ bool FindInstalledFamily(const std::string& family, InstalledFamilyMatch& out) {
     if (FcPatternGetString(match.get(), FC_FILE, 0, &file) != FcResultMatch) return false;
     int index = 0;
     FcPatternGetInteger(match.get(), FC_INDEX, 0, &index);
-    out.Font = {reinterpret_cast<const char*>(file), index, {}, nullptr};
+    out.Font = FontLocation();
+    out.Font.File = reinterpret_cast<const char*>(file);
+    out.Font.Index = index;
     out.Scalable = IsScalablePattern(match.get());
     out.StyleFiles = out.Scalable ? std::vector<FontLocation>{} : StyleFiles(match.get(), family);
     return true;

@@ -7,6 +7,7 @@
 #include "core/font_filter.h"
 #include "core/general_exception.h"
 #include "core/pg_ctrl.h"
+#include "platform/paths.h"
 #include "sources/font_catalog.h"
 #include "sources/colour_letterer.h"
 #include "sources/font_face.h"
@@ -17,7 +18,9 @@
 namespace {
 
 [[noreturn]] void ThrowFaceNotFound(const std::string& name) {
-    if (!FontCatalogAvailable())
+    // A file that is no font gets the message every build gives; only a name
+    // needs the catalog this build lacks.
+    if (!FontCatalogAvailable() && !PathExists(name))
         ThrowError("Parameter Error:\n Font(%s) is not a font file; this build finds no installed fonts by name, "
                    "give the path of a font file.",
                    name);
@@ -30,8 +33,8 @@ void CWinFontReader::CheckParameters() {
     if (FaceName.empty()) ThrowError("Internal Error:\n Font is not selected.");
     if (Size == 0) ThrowError("Parameter Error:\n Invalid Font Size(%d)", 0);
     if (Bpp < 1 || Bpp > 5) ThrowError("Internal Error:\n Bpp(%d) out of range.", Bpp);
-    if (WidthType < 0 || WidthType > 3) ThrowError("Internal Error:\n Invalid GlyphWidth Type(%d)", WidthType);
-    if (WidthType == 3 && FixedWidth <= 0) ThrowError("Parameter Error:\n Invalid fixed width(%d)", FixedWidth);
+    if (WidthType < 0 || WidthType >= GlyphWidthTypeCount) ThrowError("Internal Error:\n Invalid GlyphWidth Type(%d)", WidthType);
+    if (WidthType == WidthFixed && FixedWidth <= 0) ThrowError("Parameter Error:\n Invalid fixed width(%d)", FixedWidth);
     const std::string name = ParseFaceName(FaceName).FaceName;
     FontLocation location;
     if (!ResolveFontName(name, location, Size)) {

@@ -7,12 +7,13 @@
 
 #include "core/font_io.h"
 #include "sources/font_face.h"
+#include "sources/glyph_width_type.h"
 
 class CWinFontReader : public CFontReader {
 public:
     // faceName: an installed family ("@Family" for its vertical variant) or a
     // path to a font file. size > 0: cell height; size < 0: character height.
-    // bpp 1..5; widthType 0..3.
+    // bpp 1..5; widthType a GlyphWidthType, 0..3.
     CWinFontReader(std::string faceName, int32_t size, int32_t bpp, int32_t widthType, int32_t fixedWidth,
                    bool softAA)
         : FaceName(std::move(faceName)),

@@ -69,7 +69,6 @@ QToolButton* MakeArrowButton(QWidget* parent, Qt::ArrowType arrow, const QString
 }  // namespace
 
 CMainDlg::CMainDlg(std::filesystem::path settingsPath) : Settings(std::move(settingsPath)) {
-    g_pPgCtrl = this;
     Messages = std::make_unique<CWarningWnd>(Settings, this);
     Preview = std::make_unique<CPreviewWnd>(Settings, this);
     if (!Settings.Exists()) ShowLicenceNotice();
@@ -94,9 +93,7 @@ CMainDlg::CMainDlg(std::filesystem::path settingsPath) : Settings(std::move(sett
     adjustSize();
 }
 
-CMainDlg::~CMainDlg() {
-    if (g_pPgCtrl == this) g_pPgCtrl = nullptr;
-}
+CMainDlg::~CMainDlg() = default;
 
 void CMainDlg::BuildLayout() {
     auto* root = MakeChild<QVBoxLayout>(this);
@@ -202,23 +199,26 @@ void CMainDlg::BuildLayout() {
     });
 }
 
-void CMainDlg::SelectInput() {
-    int index = InputTabs->currentIndex();
+namespace {
+
+// Makes the panel of the current tab the current one (a tab past the panels
+// counts as the last) and remembers the tab under key.
+template <class Panel, std::size_t N>
+void SelectPanel(const QTabWidget& tabs, const std::array<Panel*, N>& panels, Panel*& current,
+                 CSettingsStore& settings, const char* key) {
+    const int index = tabs.currentIndex();
     if (index < 0) return;
-    CInDlg* panel = InputPanels[static_cast<std::size_t>(std::min(index, 3))];
-    if (panel == CurrentInput) return;
-    CurrentInput = panel;
-    Settings.SetInt("Main", "InputSelect", index);
+    Panel* panel = panels[std::min(static_cast<std::size_t>(index), N - 1)];
+    if (panel == current) return;
+    current = panel;
+    settings.SetInt("Main", key, index);
 }
 
-void CMainDlg::SelectOutput() {
-    int index = OutputTabs->currentIndex();
-    if (index < 0) return;
-    COutDlg* panel = OutputPanels[static_cast<std::size_t>(std::min(index, 1))];
-    if (panel == CurrentOutput) return;
-    CurrentOutput = panel;
-    Settings.SetInt("Main", "OutputSelect", index);
-}
+}  // namespace
+
+void CMainDlg::SelectInput() { SelectPanel(*InputTabs, InputPanels, CurrentInput, Settings, "InputSelect"); }
+
+void CMainDlg::SelectOutput() { SelectPanel(*OutputTabs, OutputPanels, CurrentOutput, Settings, "OutputSelect"); }
 
 void CMainDlg::OnUseFilterClicked() {
     bool on = UseFilterCheck->isChecked();

@@ -25,7 +25,7 @@ const char* DefaultSample = "The quick brown fox jumps over the lazy dog.\n01234
 }  // namespace
 
 CPreviewWnd::CPreviewWnd(const CSettingsStore& settings, QWidget* owner)
-    : CDlg(owner, Qt::Window), Settings(settings), Placement(settings, Section, QSize(560, 360)) {
+    : CDlg(owner, Qt::Window), Settings(settings), Placement(*this, settings, Section, QSize(560, 360)) {
     setWindowTitle("glyphwright preview");
     FileLabel = MakeChild<QLabel>(this);
     FileLabel->setTextFormat(Qt::PlainText);
@@ -142,14 +142,4 @@ QString CPreviewWnd::ErrorText() const { return Picture->pixmap().isNull() ? Pic
 void CPreviewWnd::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Escape) close();
     else CDlg::keyPressEvent(event);
-}
-
-void CPreviewWnd::moveEvent(QMoveEvent* event) {
-    CDlg::moveEvent(event);
-    Placement.Store(*this);
-}
-
-void CPreviewWnd::resizeEvent(QResizeEvent* event) {
-    CDlg::resizeEvent(event);
-    Placement.Store(*this);
 }

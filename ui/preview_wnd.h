@@ -38,9 +38,7 @@ public:
     QLabel* Picture;
 
 protected:
-    void moveEvent(QMoveEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
 
 private:
     void ShowError(const std::string& text);

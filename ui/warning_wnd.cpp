@@ -19,7 +19,7 @@ CWarningWnd::CWarningWnd(const CSettingsStore& settings, QWidget* owner)
     // the main window.
     : CDlg(owner, Qt::Tool),
       Settings(settings),
-      Placement(settings, Section, QSize(400, 200)),
+      Placement(*this, settings, Section, QSize(400, 200)),
       View(MakeChild<QPlainTextEdit>(this)) {
     setWindowTitle("glyphwright message");
     setAttribute(Qt::WA_ShowWithoutActivating);
@@ -93,15 +93,6 @@ void CWarningWnd::Close() {
     hide();
 }
 
-void CWarningWnd::moveEvent(QMoveEvent* event) {
-    CDlg::moveEvent(event);
-    Placement.Store(*this);
-}
-
-void CWarningWnd::resizeEvent(QResizeEvent* event) {
-    CDlg::resizeEvent(event);
-    Placement.Store(*this);
-}
 
 // Esc closes this window, as it closes a dialog, and never the main window.
 void CWarningWnd::keyPressEvent(QKeyEvent* event) {

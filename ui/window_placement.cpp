@@ -1,5 +1,6 @@
 #include "ui/window_placement.h"
 
+#include <QEvent>
 #include <QGuiApplication>
 #include <QScreen>
 #include <QWidget>
@@ -19,6 +20,17 @@ QSize FrameExtra(const QWidget& window) {
 }
 
 }  // namespace
+
+CWindowPlacement::CWindowPlacement(QWidget& window, const CSettingsStore& settings, const char* section,
+                                   QSize defaultSize)
+    : Window(window), Settings(settings), Section(section), DefaultSize(defaultSize) {
+    window.installEventFilter(this);
+}
+
+bool CWindowPlacement::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == &Window && (event->type() == QEvent::Move || event->type() == QEvent::Resize)) Store(Window);
+    return QObject::eventFilter(watched, event);
+}
 
 void CWindowPlacement::Apply(QWidget& window, QPoint fallback, QSize minimum) {
     int x = Settings.GetInt(Section, "x", -1), y = Settings.GetInt(Section, "y", -1);

@@ -6,6 +6,7 @@
 #include "core/general_exception.h"
 #include "core/pg_ctrl.h"
 #include "core/text_decoding.h"
+#include "core/utf8.h"
 #include "xmlfiles/font_filter_handler.h"
 #include "zgly/binary_file.h"
 #include "zgly/path_checks.h"
@@ -38,7 +39,7 @@ public:
         std::size_t at = 0, count = 0;
         if (text.substr(0, 3) == "\xEF\xBB\xBF") at = 3;
         while (at < text.size()) {
-            uint32_t cp = 0;
+            char32_t cp = 0;
             const std::size_t len = DecodeUtf8(text, at, cp);
             if (len == 0)
                 ThrowError("Parameter Error:\n %s is not valid UTF-8 (at byte offset %d).", what, static_cast<int>(at));

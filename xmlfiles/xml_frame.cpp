@@ -14,6 +14,7 @@
 #include <expat.h>
 
 #include "core/general_exception.h"
+#include "core/utf8.h"
 #include "platform/file_handle.h"
 #include "xmlfiles/xml_encodings.h"
 

@@ -22,7 +22,6 @@ std::string OrderFile(const std::string& order, int width = 4) {
 class BmpFontEdits : public ::testing::Test {
 protected:
     void SetUp() override {
-        g_pPgCtrl = &Pg;
         CFontData font;
         font.Bpp.Set(2);
         std::vector<uint32_t> a(6 * 8, 0), b(6 * 8, 0);
@@ -37,7 +36,6 @@ protected:
         WriteGridPicture(font, Bmp, Order, true, {8, 10, 1, 1, 0, 0});
         Pg.Warnings.clear();
     }
-    void TearDown() override { g_pPgCtrl = nullptr; }
 
     // A, B, C and D at the given depth in Grid, level values running through every grey.
     void WriteGrid(int bpp) {
@@ -71,6 +69,7 @@ protected:
 
     CTempDir Dir;
     CHeadlessPgCtrl Pg;
+    CPgCtrlScope PgScope{Pg};
     std::filesystem::path Order = Dir.Write("ab.xlor", OrderFile("AB<sp/><null/>")), Bmp = Dir / "ab.bmp";
     std::filesystem::path Abcd = Dir.Write("abcd.xlor", OrderFile("ABCD")), Grid = Dir / "grid.bmp";
     std::unique_ptr<CFontData> Font;

@@ -40,8 +40,6 @@ std::string Lower(std::string s) {
 
 class WinFontReader : public testing::Test {
 protected:
-    void SetUp() override { g_pPgCtrl = &Pg; }
-    void TearDown() override { g_pPgCtrl = nullptr; }
     std::unique_ptr<CFontData> Convert(const std::string& face, int size, int bpp, int widthType = 0,
                                        const CFontFilter& filter = {}) {
         CWinFontReader reader(face, size, bpp, widthType, 0, true);
@@ -61,6 +59,7 @@ protected:
     }
 
     CHeadlessPgCtrl Pg;
+    CPgCtrlScope PgScope{Pg};
     CTempDir Dir;
 };
 

@@ -121,6 +121,13 @@ TEST_F(WindowTest, ErrorsAndWarningsGoToTheMessageWindow) {
     EXPECT_EQ(w->Messages->parentWidget(), w.get());
     ASSERT_NE(w->Messages->windowHandle(), nullptr);
     EXPECT_EQ(w->Messages->windowHandle()->transientParent(), w->windowHandle());
+    // Moved and resized, its place is written at once.
+    w->Messages->move(40, 30);
+    w->Messages->resize(300, 140);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(std::vector<int>({s.GetInt("WarningWindow", "x", 0), s.GetInt("WarningWindow", "y", 0),
+                                s.GetInt("WarningWindow", "w", 0), s.GetInt("WarningWindow", "h", 0)}),
+              std::vector<int>({40, 30, 300, 140}));
 
     // 150 warnings: 100 lines and the limit line, all counted.
     w->ClearMessages();
