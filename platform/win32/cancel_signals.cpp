@@ -79,3 +79,6 @@ void EndLikeTheSignal(CancelSignal signal) {
     if (signal == CancelSignal::None) return;
     std::exit(130);
 }
+
+// Windows sends no signal for a closed pipe: the write itself fails.
+void IgnoreBrokenPipes() {}
