@@ -20,7 +20,7 @@ int main(int argc, char** argv) {
     const int bpp = argc > 3 ? std::atoi(argv[3]) : 4;
     const int repeats = argc > 4 ? std::atoi(argv[4]) : 5;
     CHeadlessPgCtrl pg;
-    g_pPgCtrl = &pg;
+    CPgCtrlScope scope(pg);
     try {
         FontLocation location;
         if (!ResolveFontName(face, location)) {

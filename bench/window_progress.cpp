@@ -53,7 +53,7 @@ public:
         return std::make_unique<CWinFontReader>(Font, -Size, Bpp, 1, 16, false);
     }
     std::unique_ptr<CFontWriter> CreateWriter() override {
-        return std::make_unique<CZarnicFontWriter>(Output, 0xFFFF, 0xFFFF, 0xFFFF, 0xFFFF, 0xFFFF, 1, 0);
+        return std::make_unique<CZarnicFontWriter>(Output, ZglyWriterOptions{});
     }
     void CommitInputHistory() override {}
     void CommitOutputHistory() override {}
@@ -71,7 +71,6 @@ private:
 };
 
 double RunMs(CBenchFrontEnd& frontEnd, CPgCtrl& pg) {
-    g_pPgCtrl = &pg;
     const auto start = std::chrono::steady_clock::now();
     if (RunConversion(frontEnd, pg) != ConversionOutcome::Finished) std::exit(1);
     return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();

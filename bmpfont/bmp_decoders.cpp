@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 
+#include "bmpfont/bmp_header.h"
 #include "core/general_exception.h"
 
 namespace {
@@ -15,21 +16,11 @@ uint32_t Get(const std::vector<uint8_t>& b, std::size_t at, int bytes) {
     return v;
 }
 
-struct Header {
-    uint32_t PixelOffset, InfoSize, Compression, ColorsUsed;
-    int32_t Width, Height;
-    int Bpp, Planes;
-};
-
-Header Parse(const std::vector<uint8_t>& b) {
-    return Header{Get(b, 10, 4),
-                  Get(b, 14, 4),
-                  Get(b, 30, 4),
-                  Get(b, 46, 4),
-                  static_cast<int32_t>(Get(b, 18, 4)),
-                  static_cast<int32_t>(Get(b, 22, 4)),
-                  static_cast<int>(Get(b, 28, 2)),
-                  static_cast<int>(Get(b, 26, 2))};
+// The header as far as the bytes go; missing bytes read as zeros.
+BmpHeader Parse(const std::vector<uint8_t>& b) {
+    uint8_t head[BmpFileHeaderBytes + BmpInfoHeaderBytes] = {};
+    std::copy_n(b.begin(), std::min(b.size(), sizeof head), head);
+    return ParseBmpHeader(head, head + BmpFileHeaderBytes);
 }
 
 // One colour channel through its mask, scaled to 8 bits.
@@ -150,7 +141,7 @@ private:
 
     const std::vector<uint8_t>& B;
     const std::filesystem::path& Path;
-    Header H;
+    BmpHeader H;
     int64_t Rows = 0;
     std::vector<uint32_t> Palette;
     CColorPixels Out;
@@ -159,9 +150,10 @@ private:
 }  // namespace
 
 bool IsColorBmp(const std::vector<uint8_t>& b) {
-    if (b.size() < 54 || Get(b, 0, 2) != 0x4D42 || Get(b, 6, 4) != 0 || Get(b, 14, 4) < 40 || Get(b, 10, 4) < 54)
+    const BmpHeader h = Parse(b);
+    if (b.size() < BmpFileHeaderBytes + BmpInfoHeaderBytes || h.Magic != BmpMagic || h.Reserved1 != 0 ||
+        h.Reserved2 != 0 || h.InfoSize < BmpInfoHeaderBytes || h.PixelOffset < BmpFileHeaderBytes + BmpInfoHeaderBytes)
         return false;
-    Header h = Parse(b);
     if (h.Planes != 1) return false;
     switch (h.Compression) {
         case Uncompressed:

@@ -3,41 +3,11 @@
 #include <cstring>
 #include <vector>
 
+#include "bmpfont/bmp_header.h"
 #include "core/general_exception.h"
+#include "core/little_endian.h"
 
 namespace {
-
-uint16_t Get16(const uint8_t* p) { return static_cast<uint16_t>(p[0] | (p[1] << 8)); }
-uint32_t Get32(const uint8_t* p) {
-    return uint32_t(p[0]) | (uint32_t(p[1]) << 8) | (uint32_t(p[2]) << 16) | (uint32_t(p[3]) << 24);
-}
-void Put16(uint8_t* p, uint32_t v) {
-    p[0] = static_cast<uint8_t>(v);
-    p[1] = static_cast<uint8_t>(v >> 8);
-}
-void Put32(uint8_t* p, uint32_t v) {
-    for (int i = 0; i < 4; ++i) p[i] = static_cast<uint8_t>(v >> (8 * i));
-}
-
-struct BmpHeaderFields {
-    uint32_t PixelOffset;
-    uint32_t InfoSize;
-    int32_t Width;
-    int32_t Height;
-    int Bpp;
-    uint32_t ColorsUsed;
-    uint32_t ColorsImportant;
-};
-
-BmpHeaderFields ParseHeader(const uint8_t* fileHeader, const uint8_t* info) {
-    return BmpHeaderFields{Get32(fileHeader + 10),
-                           Get32(info + 0),
-                           static_cast<int32_t>(Get32(info + 4)),
-                           static_cast<int32_t>(Get32(info + 8)),
-                           Get16(info + 14),
-                           Get32(info + 32),
-                           Get32(info + 36)};
-}
 
 [[noreturn]] void ThrowBroken(const CBinaryFile& file) { ThrowError("Input file(%s) is broken.", file.Path()); }
 
@@ -48,15 +18,15 @@ void ReadExactly(CBinaryFile& file, void* dst, uint64_t bytes) {
 }  // namespace
 
 void CheckBmpHeader(const CBinaryFile& file, const uint8_t* fileHeader, const uint8_t* infoHeader) {
-    BmpHeaderFields h = ParseHeader(fileHeader, infoHeader);
-    if (Get16(fileHeader) != 0x4D42 || Get16(fileHeader + 6) != 0 || Get16(fileHeader + 8) != 0 ||
+    const BmpHeader h = ParseBmpHeader(fileHeader, infoHeader);
+    if (h.Magic != BmpMagic || h.Reserved1 != 0 || h.Reserved2 != 0 ||
         h.PixelOffset < BmpFileHeaderBytes + BmpInfoHeaderBytes || h.InfoSize < BmpInfoHeaderBytes)
         ThrowError("Input file(%s) is not bmp file.", file.Path());
     if (h.Width < 1 || h.Height == 0)
         ThrowError("Input file(%s) has illegal image size(%d x %d).", file.Path(), h.Width, h.Height);
     if (h.Bpp != 1 && h.Bpp != 4 && h.Bpp != 8 && h.Bpp != 16 && h.Bpp != 24 && h.Bpp != 32)
         ThrowError("Input file(%s) has unsupported bpp(%d).", file.Path(), h.Bpp);
-    if (Get32(infoHeader + 16) != 0 || Get16(infoHeader + 12) != 1)
+    if (h.Compression != 0 || h.Planes != 1)
         ThrowError("Input file(%s) is unsupported BMP.", file.Path());
 }
 
@@ -71,7 +41,7 @@ void LoadBmp(CBinaryFile& file, CBmpImage& image) {
     // broken if it passes.
     CheckBmpHeader(file, fileHeader, info);
     if (got != BmpFileHeaderBytes + BmpInfoHeaderBytes) ThrowBroken(file);
-    BmpHeaderFields h = ParseHeader(fileHeader, info);
+    const BmpHeader h = ParseBmpHeader(fileHeader, info);
 
     // Every size is compared with the file before anything is allocated, so a
     // header cannot ask for more memory than the file could fill.
@@ -87,7 +57,7 @@ void LoadBmp(CBinaryFile& file, CBmpImage& image) {
         file.Seek(static_cast<uint32_t>(paletteAt));
         ReadExactly(file, raw.data(), paletteBytes);
         palette.assign(std::size_t(1) << h.Bpp, 0);
-        for (std::size_t i = 0; i < entries; ++i) palette[i] = Get32(raw.data() + 4 * i);
+        for (std::size_t i = 0; i < entries; ++i) palette[i] = GetU32(raw.data() + 4 * i);
     }
     uint64_t rows = h.Height < 0 ? uint64_t(-int64_t(h.Height)) : uint64_t(h.Height);
     uint64_t stride = ((uint64_t(h.Bpp) * uint64_t(h.Width) + 31) / 32) * 4;
@@ -115,19 +85,19 @@ void SaveBmp(CBinaryFile& file, const CBmpImage& image) {
     uint32_t paletteBytes = 4 * entries;
     uint8_t fileHeader[BmpFileHeaderBytes] = {};
     std::vector<uint8_t> info(BmpInfoHeaderBytes + paletteBytes, 0);
-    Put16(fileHeader, 0x4D42);
-    Put32(fileHeader + 2, BmpFileHeaderBytes + BmpInfoHeaderBytes + paletteBytes + image.ImageSize);
-    Put32(fileHeader + 10, BmpFileHeaderBytes + BmpInfoHeaderBytes + paletteBytes);
-    Put32(info.data(), BmpInfoHeaderBytes);
-    Put32(info.data() + 4, static_cast<uint32_t>(image.Width));
-    Put32(info.data() + 8, static_cast<uint32_t>(image.Height));
-    Put16(info.data() + 12, 1);
-    Put16(info.data() + 14, 8);
-    Put32(info.data() + 20, image.ImageSize);
-    Put32(info.data() + 24, 2834);
-    Put32(info.data() + 28, 2834);
+    PutU16(fileHeader, BmpMagic);
+    PutU32(fileHeader + 2, BmpFileHeaderBytes + BmpInfoHeaderBytes + paletteBytes + image.ImageSize);
+    PutU32(fileHeader + 10, BmpFileHeaderBytes + BmpInfoHeaderBytes + paletteBytes);
+    PutU32(info.data(), BmpInfoHeaderBytes);
+    PutU32(info.data() + 4, static_cast<uint32_t>(image.Width));
+    PutU32(info.data() + 8, static_cast<uint32_t>(image.Height));
+    PutU16(info.data() + 12, 1);
+    PutU16(info.data() + 14, 8);
+    PutU32(info.data() + 20, image.ImageSize);
+    PutU32(info.data() + 24, 2834);
+    PutU32(info.data() + 28, 2834);
     for (uint32_t i = 0; i < entries && i < image.Palette.size(); ++i)
-        Put32(info.data() + BmpInfoHeaderBytes + 4 * i, image.Palette[i]);
+        PutU32(info.data() + BmpInfoHeaderBytes + 4 * i, image.Palette[i]);
 
     file.Open(CBinaryFile::Mode::Write);
     file.Write(fileHeader, sizeof fileHeader);

@@ -1,14 +1,13 @@
-// BMP files: loading any uncompressed 1- to 32-bit picture into a CBmpImage
-// (top row first) and saving an 8-bit palette picture.
+// BMP files as CBmpImage: loading an uncompressed 1- to 32-bit picture (top
+// row first) and saving an 8-bit palette picture. Compressed and bit-field
+// pictures are read by bmp_decoders.
 #pragma once
 
 #include <cstdint>
 
+#include "bmpfont/bmp_header.h"
 #include "bmpfont/bmp_image.h"
 #include "zgly/binary_file.h"
-
-inline constexpr uint32_t BmpFileHeaderBytes = 14;
-inline constexpr uint32_t BmpInfoHeaderBytes = 40;
 
 // Opens, reads and closes the file; the image holds its rows top row first.
 void LoadBmp(CBinaryFile& file, CBmpImage& image);

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "bmpfont/bmp_font_layout.h"
+#include "bmpfont/grid_fit.h"
 #include "bmpfont/grid_picture_file.h"
 #include "bmpfont/grid_warnings.h"
 #include "core/bit_stream.h"
@@ -159,6 +160,8 @@ void LoadGridOrder(LoadedGrid& grid, const std::filesystem::path& orderPath, int
     CheckGridSize(grid.Picture, grid.Order, orderPath);
     if (columnsRowsProgress) g_pPgCtrl->SetProgressRange(grid.Order.Width * grid.Order.Height);
     grid.Geometry = MeasureGrid(grid.Picture, grid.Order);
+    // Before any cell is read: a picture drawn for another grid is one mistake.
+    CheckGridFitsOrder(grid.Picture, grid.Geometry, orderPath);
 }
 
 std::unique_ptr<LoadedGrid> LoadGrid(const std::filesystem::path& path, const std::filesystem::path& orderPath,
@@ -168,6 +171,105 @@ std::unique_ptr<LoadedGrid> LoadGrid(const std::filesystem::path& path, const st
     LoadGridOrder(*grid, orderPath, columnsRowsProgress);
     return grid;
 }
+
+// The picture's white: the first white palette entry; a second one within
+// the font's levels, and colours the grid should not have, are warned about.
+int PickWhite(const LoadedGrid& grid, int fontBpp) {
+    const CBmpImage& pic = grid.Picture;
+    const int white = FindWhite(pic);
+    const int second = pic.FindColor(White, white + 1);
+    if (second >= 0 && second < (1 << fontBpp)) ReportWarning(g_pPgCtrl, "2 or more white colors are found.");
+    WarnAboutGridColors(pic, grid.Source, grid.Geometry, white, fontBpp);
+    return white;
+}
+
+// Reads the cells of a loaded grid into glyphs, row by row, one progress
+// step each, counting what it met.
+class CCellReader {
+public:
+    CCellReader(const LoadedGrid& grid, int white, int fontBpp, const std::filesystem::path& orderPath)
+        : Grid(grid),
+          Pic(grid.Picture),
+          G(grid.Geometry),
+          Bpp(grid.Picture.Bpp),
+          White(static_cast<uint32_t>(white)),
+          Colors(white, fontBpp),
+          OrderPath(orderPath),
+          // A pitch of 5 or 6 passes the size check yet leaves a negative area:
+          // its cells are empty (every loop over them runs zero times).
+          Cell(PackedBytes(std::max(G.AreaW, 0), std::max(G.AreaH, 0), Bpp)),
+          Line(static_cast<std::size_t>(std::max(G.PitchX, G.PitchY))) {}
+
+    void ReadAll(CFontData& font, const CFontFilter& filter) {
+        const int baseline = ReadBaseline();
+        font.ReserveGlyphs(static_cast<std::size_t>(G.Columns) * G.Rows);
+        for (int r = 0; r < G.Rows; ++r)
+            for (int c = 0; c < G.Columns; ++c) {
+                const uint16_t code = Grid.Order.GetCode(c, r);
+                g_pPgCtrl->StepProgress(1);
+                if (code != NoCode && filter.IsExcluded(code)) {
+                    ++Excluded;
+                    continue;
+                }
+                ReadCell(font, code, c * G.PitchX, r * G.PitchY, baseline);
+            }
+        MissingLines.Report();
+    }
+
+    int Read = 0, Inked = 0, Excluded = 0;
+
+private:
+    // One baseline for every cell, from the marks in the top-left cell's border.
+    int ReadBaseline() {
+        if (!G.Vertical) {
+            Pic.ExtractRect(Line.data(), 0, 2, 1, G.AreaH);
+            return FindMarker(Line.data(), G.AreaH, White, Bpp);
+        }
+        Pic.ExtractRect(Line.data(), 4, 0, G.AreaW, 1);
+        return G.AreaW - FindMarker(Line.data(), G.AreaW, White, Bpp) - 1;
+    }
+
+    void ReadCell(CFontData& font, uint16_t code, int x0, int y0, int baseline) {
+        const int cellPixels = G.AreaW * G.AreaH;
+        Pic.ExtractRect(Cell.data(), x0 + G.GlyphLeft(), y0 + 2, G.AreaW, G.AreaH);
+        if (G.Vertical)
+            Pic.ExtractRect(Line.data(), x0 + 2, y0 + 2, 1, G.AreaH);
+        else
+            Pic.ExtractRect(Line.data(), x0 + 2, y0 + G.AreaH + 3, G.AreaW, 1);
+        const LineMargins m = MeasureWidthLine(Line.data(), G.LineLength(), White, Bpp);
+        if (code == NoCode) {
+            const bool clean = IsBlankCell(Cell.data(), cellPixels, Bpp, Colors) &&
+                               (m.Before == G.LineLength() || m.After == 0);
+            if (!clean)
+                ReportWarning(g_pPgCtrl, "BMP position (%d, %d) is <null/> in %s, but the cell include non-white color.",
+                              x0 + G.PitchX / 2, y0 + G.PitchY / 2, OrderPath);
+            return;
+        }
+        ToLevels(Cell.data(), cellPixels, Bpp, Colors);
+        auto glyph = std::make_unique<CGlyph>();
+        glyph->SetFromCellWithMargins(Cell.data(), G.AreaW, G.AreaH, Bpp, G.Vertical, m.Before, m.After, baseline);
+        const bool empty = G.Vertical
+                               ? glyph->TopSpace == 0 && glyph->Ink.Y1 == glyph->Ink.Y0 && glyph->BottomSpace == 0
+                               : glyph->LeftSpace == 0 && glyph->Ink.X1 == glyph->Ink.X0 && glyph->RightSpace == 0;
+        ++Read;
+        if (glyph->Ink.Width() > 0) {
+            ++Inked;
+            if (m.Before == G.LineLength()) MissingLines.Add(code);
+        }
+        if (!empty) font.AddGlyph(std::move(glyph), code);
+    }
+
+    const LoadedGrid& Grid;
+    const CBmpImage& Pic;
+    const GridGeometry& G;
+    const int Bpp;  // the picture's
+    const uint32_t White;
+    const CColorModel Colors;
+    const std::filesystem::path& OrderPath;
+    std::vector<uint8_t> Cell;
+    std::vector<uint8_t> Line;
+    CMissingWidthLines MissingLines;
+};
 
 }  // namespace
 
@@ -198,76 +300,11 @@ void CBmpFontReader::Read(CFontData& font, const CFontFilter& filter) {
     g_pPgCtrl->ResetProgress();
     font.Bpp.Set(Bpp);
     auto grid = LoadGrid(Path, OrderPath, Bpp, 1);
-    const CBmpImage& pic = grid->Picture;
-    const GridGeometry& g = grid->Geometry;
-    font.IsVertical.Set(g.Vertical);
-
-    int bpp = pic.Bpp;
-    // A pitch of 5 or 6 passes the size check yet leaves a negative area: its
-    // cells are empty (every loop over them runs zero times).
-    std::vector<uint8_t> cell(PackedBytes(std::max(g.AreaW, 0), std::max(g.AreaH, 0), bpp));
-    std::vector<uint8_t> line(static_cast<std::size_t>(std::max(g.PitchX, g.PitchY)));
-
-    int white = FindWhite(pic);
-    int second = pic.FindColor(White, white + 1);
-    if (second >= 0 && second < (1 << Bpp)) ReportWarning(g_pPgCtrl, "2 or more white colors are found.");
-    WarnAboutGridColors(pic, grid->Source, g, white, Bpp);
-    CColorModel colors(white, Bpp);
-    uint32_t whiteIndex = static_cast<uint32_t>(white);
-
-    // One baseline for every cell, from the marks in the top-left cell's border.
-    int baseline;
-    if (!g.Vertical) {
-        pic.ExtractRect(line.data(), 0, 2, 1, g.AreaH);
-        baseline = FindMarker(line.data(), g.AreaH, whiteIndex, bpp);
-    } else {
-        pic.ExtractRect(line.data(), 4, 0, g.AreaW, 1);
-        baseline = g.AreaW - FindMarker(line.data(), g.AreaW, whiteIndex, bpp) - 1;
-    }
-
-    font.ReserveGlyphs(static_cast<std::size_t>(g.Columns) * g.Rows);
-    int cellPixels = g.AreaW * g.AreaH;
-    int cellsRead = 0, inked = 0, excluded = 0;
-    CMissingWidthLines missingLines;
-    for (int r = 0; r < g.Rows; ++r)
-        for (int c = 0; c < g.Columns; ++c) {
-            uint16_t code = grid->Order.GetCode(c, r);
-            g_pPgCtrl->StepProgress(1);
-            int x0 = c * g.PitchX, y0 = r * g.PitchY;
-            if (code != NoCode && filter.IsExcluded(code)) {
-                ++excluded;
-                continue;
-            }
-            pic.ExtractRect(cell.data(), x0 + g.GlyphLeft(), y0 + 2, g.AreaW, g.AreaH);
-            if (g.Vertical)
-                pic.ExtractRect(line.data(), x0 + 2, y0 + 2, 1, g.AreaH);
-            else
-                pic.ExtractRect(line.data(), x0 + 2, y0 + g.AreaH + 3, g.AreaW, 1);
-            LineMargins m = MeasureWidthLine(line.data(), g.LineLength(), whiteIndex, bpp);
-            if (code == NoCode) {
-                bool clean = IsBlankCell(cell.data(), cellPixels, bpp, colors) &&
-                             (m.Before == g.LineLength() || m.After == 0);
-                if (!clean)
-                    ReportWarning(g_pPgCtrl,
-                                  "BMP position (%d, %d) is <null/> in %s, but the cell include non-white color.",
-                                  x0 + g.PitchX / 2, y0 + g.PitchY / 2, OrderPath);
-                continue;
-            }
-            ToLevels(cell.data(), cellPixels, bpp, colors);
-            auto glyph = std::make_unique<CGlyph>();
-            glyph->SetFromCellWithMargins(cell.data(), g.AreaW, g.AreaH, bpp, g.Vertical, m.Before, m.After,
-                                          baseline);
-            bool empty = g.Vertical
-                             ? glyph->TopSpace == 0 && glyph->Ink.Y1 == glyph->Ink.Y0 && glyph->BottomSpace == 0
-                             : glyph->LeftSpace == 0 && glyph->Ink.X1 == glyph->Ink.X0 && glyph->RightSpace == 0;
-            ++cellsRead;
-            if (glyph->Ink.Width() > 0) {
-                ++inked;
-                if (m.Before == g.LineLength()) missingLines.Add(code);
-            }
-            if (!empty) font.AddGlyph(std::move(glyph), code);
-        }
-    missingLines.Report();
+    font.IsVertical.Set(grid->Geometry.Vertical);
+    const int white = PickWhite(*grid, Bpp);
+    WarnAboutOtherOrder(grid->Source.OrderName, OrderPath);
+    CCellReader cells(*grid, white, Bpp, OrderPath);
+    cells.ReadAll(font, filter);
     // A filter may leave only blank cells; without one, a grid without ink is a mistake.
-    if (cellsRead > 0 && inked == 0 && excluded == 0) ThrowNoInk(Path);
+    if (cells.Read > 0 && cells.Inked == 0 && cells.Excluded == 0) ThrowNoInk(Path);
 }

@@ -1,5 +1,6 @@
 #include "cli/build_command.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -10,6 +11,7 @@
 #include "cli/build_inputs.h"
 #include "cli/build_runner.h"
 #include "cli/build_state.h"
+#include "cli/convert_options.h"
 #include "cli/option_words.h"
 #include "cli/options.h"
 #include "cli/recipe.h"
@@ -32,13 +34,24 @@ BuildOptions ParseBuildOptions(const std::vector<std::string>& args) {
     bool haveRecipe = false;
     std::set<std::string> seen;
     for (std::size_t i = 0; i < args.size(); ++i) {
-        if (args[i].rfind("--", 0) != 0) {
+        if (args[i].rfind("-", 0) != 0) {
             if (haveRecipe) throw CUsageError("build takes one recipe");
             haveRecipe = true;
             o.Recipe = args[i];
             continue;
         }
-        const OptionWord word = ReadOptionWord(args, i, {"--jobs"}, {"--force", "--dry-run", "--quiet"});
+        // -j N and -jN, as make and ninja take them.
+        std::vector<std::string> jobs;
+        if (args[i].rfind("-j", 0) == 0) {
+            jobs = {"--jobs=" + args[i].substr(2)};
+            if (args[i] == "-j") {
+                if (i + 1 >= args.size()) throw CUsageError("-j needs a value");
+                jobs[0] += args[++i];
+            }
+        }
+        std::size_t at = 0;
+        const OptionWord word = ReadOptionWord(jobs.empty() ? args : jobs, jobs.empty() ? i : at, {"--jobs"},
+                                               {"--force", "--dry-run", "--quiet"});
         if (!seen.insert(word.Name).second) throw CUsageError(word.Name + " is given twice");
         if (word.Name == "--jobs") {
             char* end = nullptr;
@@ -54,12 +67,52 @@ BuildOptions ParseBuildOptions(const std::vector<std::string>& args) {
     return o;
 }
 
+// Where convert's arguments hold the --threads option (not a value that reads
+// "--threads", as --chars may), or their size when they do not.
+std::size_t ThreadsOptionAt(const std::vector<std::string>& args) {
+    for (std::size_t i = 0; i < args.size(); ++i) {
+        if (args[i] == "--threads") return i;
+        const auto& table = ConvertOptionTable();
+        const bool takesValue =
+            args[i] == "--settings" || std::any_of(table.begin(), table.end(), [&](const ConvertOption& o) {
+                return args[i] == o.Name && o.Value != OptionValue::Flag;
+            });
+        if (takesValue) ++i;
+    }
+    return args.size();
+}
+
 // The settings that decide a font's bytes: its options, and the program
 // that turns them into the font.
 uint64_t SettingsHash(const RecipeFont& font) {
     std::string text = GLYPHWRIGHT_VERSION;
-    for (const auto& a : font.Expanded) text += '\0' + a;
+    // The same bytes at any thread count.
+    const std::size_t threads = ThreadsOptionAt(font.Expanded);
+    for (std::size_t i = 0; i < font.Expanded.size(); ++i)
+        if (i != threads && i != threads + 1) text += '\0' + font.Expanded[i];
     return HashText(text);
+}
+
+// The cores are one budget: the fonts built at once share them, so that a
+// build never renders on more threads than the machine has cores (one a
+// font at least). A font's own `threads` is the most it takes.
+void ShareThreads(std::vector<BuildJob>& jobs, int parallel) {
+    if (jobs.empty()) return;
+    const int cores = static_cast<int>(std::max(1u, std::thread::hardware_concurrency()));
+    const int running = std::min(parallel, static_cast<int>(jobs.size()));
+    const int share = std::max(1, cores / running);
+    for (BuildJob& job : jobs) {
+        const std::size_t given = ThreadsOptionAt(job.Args);
+        if (given == job.Args.size()) {
+            job.Args.insert(job.Args.end(), {"--threads", std::to_string(share)});
+        } else if (given + 1 < job.Args.size()) {
+            // A value convert refuses stays as it is, for convert's own message.
+            std::string& value = job.Args[given + 1];
+            char* end = nullptr;
+            const long n = std::strtol(value.c_str(), &end, 10);
+            if (*end == '\0' && n > share) value = std::to_string(share);
+        }
+    }
 }
 
 // Fonts often share a file (one face, one text of the game): each is read
@@ -121,13 +174,97 @@ std::string Quoted(const std::string& a) {
     return q + "'";
 }
 
+// What a build does: the fonts to convert and the state the run starts from.
+struct BuildPlan {
+    std::vector<BuildJob> Jobs;
+    std::vector<std::size_t> JobFont;  // the recipe's font of each job
+    std::vector<FontState> Before;     // each font's inputs and output as found
+    BuildState Next;                   // the state to save, filled as fonts finish
+    int UpToDate = 0;
+};
+
+// Stage 1: compares every font with the saved state; those unchanged are up
+// to date, the rest become jobs (only listed on a dry run).
+BuildPlan PlanBuild(const Recipe& recipe, const BuildState& previous, const BuildOptions& options) {
+    BuildPlan plan;
+    plan.Before.resize(recipe.Fonts.size());
+    std::map<fs::path, FileStamp> stamped;
+    for (std::size_t i = 0; i < recipe.Fonts.size(); ++i) {
+        const RecipeFont& font = recipe.Fonts[i];
+        plan.Before[i] = CurrentState(font, recipe.Folder, stamped);
+        fs::path out = plan.Before[i].Output.Path;
+        auto old = previous.find(out);
+        if (!options.Force && plan.Before[i].Output.Hash != 0 && old != previous.end() && old->second == plan.Before[i]) {
+            plan.Next[out] = old->second;
+            ++plan.UpToDate;
+            if (!options.Quiet) Report("up to date  " + font.Label + "\n");
+            continue;
+        }
+        if (old != previous.end()) plan.Next[out] = old->second;
+        plan.Jobs.push_back({font.Args});
+        plan.JobFont.push_back(i);
+        if (options.DryRun && !options.Quiet) {
+            std::string command = "glyphwright-cli convert";
+            for (const auto& a : font.Args) command += " " + Quoted(a);
+            Report("would build " + font.Label + "\n" + Indented(command));
+        }
+    }
+    return plan;
+}
+
+struct BuildCounts {
+    int Built = 0, Failed = 0, Canceled = 0;
+    bool Finished = true;  // false when Ctrl-C stopped the build
+};
+
+// Stage 2: runs the jobs, reporting each font as it ends and keeping the
+// state of those built.
+BuildCounts RunPlan(const Recipe& recipe, BuildPlan& plan, const BuildOptions& options) {
+    // A recipe names its output folders; they are made as a build tool would.
+    for (std::size_t f : plan.JobFont) {
+        std::error_code ec;
+        fs::create_directories(plan.Before[f].Output.Path.parent_path(), ec);
+    }
+    ShareThreads(plan.Jobs, options.Jobs);
+    BuildCounts counts;
+    counts.Finished = RunBuildJobs(plan.Jobs, options.Jobs, recipe.Folder, [&](std::size_t job, const BuildJobResult& r) {
+        const RecipeFont& font = recipe.Fonts[plan.JobFont[job]];
+        fs::path out = plan.Before[plan.JobFont[job]].Output.Path;
+        plan.Next.erase(out);
+        if (r.Status == 0) {
+            ++counts.Built;
+            // The inputs as they were read: a file changed meanwhile rebuilds next time.
+            FontState s = plan.Before[plan.JobFont[job]];
+            s.Output = StampFile(out);
+            plan.Next[out] = s;
+            if (!options.Quiet) Report("built       " + font.Label + "\n" + Indented(r.Messages));
+        } else if (r.Status == 130) {
+            ++counts.Canceled;
+            if (!options.Quiet) Report("cancelled   " + font.Label + "\n");
+        } else {
+            ++counts.Failed;
+            Report("failed      " + font.Label + "\n" + Indented(r.Messages));
+        }
+    });
+    return counts;
+}
+
+// Stage 3: the summary line, and the exit status of the whole build.
+int ReportBuild(const BuildPlan& plan, const BuildCounts& c, const BuildOptions& options) {
+    int notRun = static_cast<int>(plan.Jobs.size()) - c.Built - c.Failed - c.Canceled;
+    if (!options.Quiet || c.Failed > 0 || !c.Finished) {
+        std::string summary = "build: " + std::to_string(c.Built) + " built, " + std::to_string(plan.UpToDate) +
+                              " up to date, " + std::to_string(c.Failed) + " failed";
+        if (!c.Finished) summary += ", " + std::to_string(c.Canceled + notRun) + " cancelled";
+        Report(summary + "\n");
+    }
+    if (!c.Finished) return 130;
+    return c.Failed > 0 ? 1 : 0;
+}
+
 }  // namespace
 
 int RunBuildCommand(const std::vector<std::string>& args) {
-    if (args.size() == 1 && (args[0] == "--help" || args[0] == "-h")) {
-        std::fputs(HelpText(), stdout);
-        return 0;
-    }
     InstallBuildInterruptHandler();
     BuildOptions options;
     Recipe recipe;
@@ -139,82 +276,23 @@ int RunBuildCommand(const std::vector<std::string>& args) {
         return 2;
     }
 
-    fs::path statePath = StatePathFor(recipe.Path);
-    BuildState previous = LoadBuildState(statePath);
-    BuildState next;
-    std::vector<BuildJob> jobs;
-    std::vector<std::size_t> jobFont;
-    std::vector<FontState> before(recipe.Fonts.size());
-    std::map<fs::path, FileStamp> stamped;
-    int upToDate = 0;
-    for (std::size_t i = 0; i < recipe.Fonts.size(); ++i) {
-        const RecipeFont& font = recipe.Fonts[i];
-        before[i] = CurrentState(font, recipe.Folder, stamped);
-        fs::path out = before[i].Output.Path;
-        auto old = previous.find(out);
-        if (!options.Force && before[i].Output.Hash != 0 && old != previous.end() && old->second == before[i]) {
-            next[out] = old->second;
-            ++upToDate;
-            if (!options.Quiet) Report("up to date  " + font.Label + "\n");
-            continue;
-        }
-        if (old != previous.end()) next[out] = old->second;
-        jobs.push_back({font.Args});
-        jobFont.push_back(i);
-        if (options.DryRun && !options.Quiet) {
-            std::string command = "glyphwright-cli convert";
-            for (const auto& a : font.Args) command += " " + Quoted(a);
-            Report("would build " + font.Label + "\n" + Indented(command));
-        }
-    }
+    const fs::path statePath = StatePathFor(recipe.Path);
+    const BuildState previous = LoadBuildState(statePath);
+    BuildPlan plan = PlanBuild(recipe, previous, options);
     if (options.DryRun) {
         if (!options.Quiet)
-            Report("build: " + std::to_string(jobs.size()) + " to build, " + std::to_string(upToDate) +
+            Report("build: " + std::to_string(plan.Jobs.size()) + " to build, " + std::to_string(plan.UpToDate) +
                    " up to date (dry run, nothing written)\n");
         return 0;
     }
-
-    // A recipe names its output folders; they are made as a build tool would.
-    for (std::size_t f : jobFont) {
-        std::error_code ec;
-        fs::create_directories(before[f].Output.Path.parent_path(), ec);
-    }
-    int built = 0, failed = 0, canceled = 0;
-    bool finished = RunBuildJobs(jobs, options.Jobs, recipe.Folder, [&](std::size_t job, const BuildJobResult& r) {
-        const RecipeFont& font = recipe.Fonts[jobFont[job]];
-        fs::path out = before[jobFont[job]].Output.Path;
-        next.erase(out);
-        if (r.Status == 0) {
-            ++built;
-            // The inputs as they were read: a file changed meanwhile rebuilds next time.
-            FontState s = before[jobFont[job]];
-            s.Output = StampFile(out);
-            next[out] = s;
-            if (!options.Quiet) Report("built       " + font.Label + "\n" + Indented(r.Messages));
-        } else if (r.Status == 130) {
-            ++canceled;
-            if (!options.Quiet) Report("cancelled   " + font.Label + "\n");
-        } else {
-            ++failed;
-            Report("failed      " + font.Label + "\n" + Indented(r.Messages));
-        }
-    });
-
-    if (next != previous) {
+    const BuildCounts counts = RunPlan(recipe, plan, options);
+    if (plan.Next != previous) {
         try {
-            SaveBuildState(statePath, next);
+            SaveBuildState(statePath, plan.Next);
         } catch (const CGeneralException& e) {
             std::fprintf(stderr, "%s\n", e.Message.c_str());
             return 1;
         }
     }
-    int notRun = static_cast<int>(jobs.size()) - built - failed - canceled;
-    if (!options.Quiet || failed > 0 || !finished) {
-        std::string summary = "build: " + std::to_string(built) + " built, " + std::to_string(upToDate) +
-                              " up to date, " + std::to_string(failed) + " failed";
-        if (!finished) summary += ", " + std::to_string(canceled + notRun) + " cancelled";
-        Report(summary + "\n");
-    }
-    if (!finished) return 130;
-    return failed > 0 ? 1 : 0;
+    return ReportBuild(plan, counts, options);
 }

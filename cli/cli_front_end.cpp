@@ -15,6 +15,7 @@ void CCliFrontEnd::LoadFilter(CFontFilter& filter) {
     selection.FilterFile = Options.FilterPath;
     selection.Texts = Options.Chars;
     selection.TextFiles.assign(Options.CharsFiles.begin(), Options.CharsFiles.end());
+    selection.TextEncoding = Options.CharsEncoding;
     for (const auto& r : Options.Ranges) selection.Ranges.emplace_back(r.First, r.Last);
     LoadCharSelection(filter, selection);
 }

@@ -1,12 +1,14 @@
 #include "cli/convert_options.h"
 
 #include <cerrno>
+#include <cmath>
 #include <cstdint>
 #include <cstdlib>
 #include <optional>
 #include <set>
 
 #include "cli/option_words.h"
+#include "cli/suggestions.h"
 
 namespace {
 
@@ -22,6 +24,8 @@ const std::vector<ConvertOption> Table = {
     {"--from-lc", V::Text, G::Input, I::Lc, O::None, true},
     {"--lc-half", V::Text, G::LcHalf, I::Lc, O::None, true},
     {"--style", V::Text, G::Source, I::Font},
+    {"--axis", V::Texts, G::Source, I::Font},
+    {"--coverage", V::Text, G::Source, I::Font},
     {"--from-order", V::Text, G::Source, I::Bmp, O::None, true},
     {"--colors", V::Number, G::Source, I::Bmp},
     {"--size", V::Number, G::Source, I::Font},
@@ -50,8 +54,10 @@ const std::vector<ConvertOption> Table = {
     {"--filter", V::Text, G::Run, I::None, O::None, true},
     {"--chars", V::Texts, G::Run},
     {"--chars-file", V::Texts, G::Run, I::None, O::None, true},
+    {"--chars-encoding", V::Text, G::Run},
     {"--range", V::Codes, G::Run},
     {"--quiet", V::Flag, G::Run},
+    {"--threads", V::Number, G::Run},
 };
 
 const ConvertOption& Find(const std::string& name) {
@@ -75,12 +81,13 @@ const char* const NeedsOutput = "convert needs an output (--to-zgly or --to-bmp)
 
 [[noreturn]] void Fail(const std::string& text) { throw CUsageError(text); }
 
+// Choice words are matched as people type them: "UTF-8" is "utf-8".
 int ParseChoice(const std::string& option, const std::string& text, const std::vector<std::string>& choices) {
     for (std::size_t i = 0; i < choices.size(); ++i)
-        if (text == choices[i]) return static_cast<int>(i);
+        if (SameIgnoringCase(text, choices[i])) return static_cast<int>(i);
     std::string list;
     for (const auto& c : choices) list += (list.empty() ? "" : "|") + c;
-    Fail(option + " takes " + list + ", not '" + text + "'");
+    Fail(option + " takes " + list + ", not '" + text + "'" + DidYouMean(text, choices));
 }
 
 // "a,b" or "a,b,c,d", or "WxH".
@@ -94,6 +101,17 @@ std::vector<int> ParseList(const std::string& option, const std::string& text, c
         start = at + 1;
     }
     return values;
+}
+
+// "wght=700": a variable font's axis tag (one to four letters) and a value.
+std::pair<std::string, double> ParseAxis(const std::string& text) {
+    const std::size_t eq = text.find('=');
+    const std::string tag = text.substr(0, eq), number = eq == std::string::npos ? "" : text.substr(eq + 1);
+    char* end = nullptr;
+    const double value = std::strtod(number.c_str(), &end);
+    if (tag.empty() || tag.size() > 4 || number.empty() || *end != '\0' || !std::isfinite(value))
+        Fail("--axis takes TAG=VALUE (as wght=700), not '" + text + "'");
+    return {tag, value};
 }
 
 // A source as it is being parsed: the options it has seen and the two size
@@ -127,6 +145,8 @@ void ApplySourceOption(SourceDraft& d, const std::string& name, const std::strin
     else if (name == "--fixed-width") s.FixedWidth = ParseIntOption(name, value);
     else if (name == "--no-soft-aa") s.SoftAA = false;
     else if (name == "--style") s.FontStyle = value;
+    else if (name == "--axis") s.Axes.push_back(ParseAxis(value));
+    else if (name == "--coverage") s.LuminanceCoverage = ParseChoice(name, value, {"alpha", "luminance"}) == 1;
     else if (name == "--lc-proportional") s.LcMainFixed = false;
     else if (name == "--lc-half-proportional") s.LcHalfFixed = false;
     else if (name == "--vertical") s.LcVertical = true;
@@ -173,12 +193,18 @@ void ApplyOutputOption(CliOptions& o, const std::string& name, const std::string
     } else if (name == "--filter") { o.FilterPath = value; o.FilterGiven = true; }
     else if (name == "--chars") o.Chars.push_back(value);
     else if (name == "--chars-file") o.CharsFiles.push_back(value);
+    else if (name == "--chars-encoding") o.CharsEncoding = ParseChoice(name, value, EncodingChoices);
     else if (name == "--range") o.Ranges.push_back(ParseCodeRange(value));
     else if (name == "--quiet") o.Quiet = true;
+    else if (name == "--threads") {
+        o.Threads = ParseIntOption(name, value);
+        if (o.Threads < 1 || o.Threads > 256) Fail("--threads takes 1 to 256, not '" + value + "'");
+    }
 }
 
 // Checks a parsed source and settles its size; later font sources without a
-// size or levels of their own take the first font source's.
+// size, levels, width type or fixed width of their own take the first font
+// source's.
 void FinishSource(SourceDraft& d, std::size_t number, std::size_t count, const CliSource* firstFont) {
     CliSource& s = d.Source;
     const std::string which = count > 1 ? " (source " + std::to_string(number) + ")" : "";
@@ -199,6 +225,9 @@ void FinishSource(SourceDraft& d, std::size_t number, std::size_t count, const C
         s.FontSize = d.Size ? -*d.Size : *d.CellHeight;
     }
     if (firstFont && !d.Seen.count("--levels")) s.FontBpp = firstFont->FontBpp;
+    // Glyphs of one font should space alike: the width type comes along too.
+    if (firstFont && !d.Seen.count("--width")) s.WidthType = firstFont->WidthType;
+    if (firstFont && !d.Seen.count("--fixed-width")) s.FixedWidth = firstFont->FixedWidth;
 }
 
 uint32_t ParseCode(const std::string& text, const std::string& whole) {
@@ -267,7 +296,7 @@ CliOptions ParseConvertOptions(const std::vector<std::string>& args) {
         }
         if (group == G::Input || group == G::LcHalf || group == G::Source) {
             SourceDraft& d = drafts.empty() ? before : drafts.back();
-            if (!d.Seen.insert(name).second) Fail(name + " is given twice");
+            if (!d.Seen.insert(name).second && Find(name).Value != V::Texts) Fail(name + " is given twice");
             ApplySourceOption(d, name, value);
         } else {
             // The characters may be listed many times; the run takes them all.
@@ -297,5 +326,6 @@ CliOptions ParseConvertOptions(const std::vector<std::string>& args) {
         // Without an offset the glyphs are centred in their cells.
         if (!seen.count("--offset")) o.OffsetLeft = o.OffsetTop = -1;
     }
+    if (o.Output == OutputKind::Bmp) CheckOutputExtension("--to-bmp", o.OutputPath, {".bmp", ".png"});
     return o;
 }

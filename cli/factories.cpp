@@ -44,11 +44,16 @@ std::unique_ptr<CFontReader> CreateSourceReader(const CliSource& o) {
     switch (o.Input) {
     case InputKind::Zgly: return std::make_unique<CZarnicFontReader>(o.InputPath);
     case InputKind::Bmp: return std::make_unique<CBmpFontReader>(o.InputPath, ResolveGlyphOrder(o.FromOrder), o.BmpBpp);
-    case InputKind::Font:
+    case InputKind::Font: {
         // As the font panel refuses a size before it builds the reader.
         if (o.FontSizeGiven < 1) ThrowError("Parameter Error:\n Invalid Font Size(%d)", o.FontSizeGiven);
-        return std::make_unique<CWinFontReader>(o.FontFace, o.FontSize, o.FontBpp, o.WidthType, o.FixedWidth,
-                                                o.SoftAA);
+        auto reader = std::make_unique<CWinFontReader>(o.FontFace, o.FontSize, o.FontBpp, o.WidthType, o.FixedWidth,
+                                                       o.SoftAA);
+        for (const auto& [tag, value] : o.Axes) reader->Axes.push_back({tag, value});
+        reader->LuminanceCoverage = o.LuminanceCoverage;
+        reader->Threads = o.Threads;
+        return reader;
+    }
     case InputKind::Lc:
         return std::make_unique<CLcFontReader>(o.InputPath, o.LcHalfPath, o.LcMainFixed, o.LcHalfFixed,
                                                o.LcVertical);
@@ -61,9 +66,15 @@ std::unique_ptr<CFontWriter> CreateWriter(const CliOptions& o) {
     switch (o.Output) {
     case OutputKind::Zgly: {
         // As the output panel reads its alternate character field.
-        uint16_t alternate = o.AltCharGiven ? ParseAlternateChar(o.AltCharText, o.Encoding) : NotGiven;
-        return std::make_unique<CZarnicFontWriter>(o.OutputPath, alternate, o.LineHeight, o.DefaultWidth,
-                                                   o.DefaultLeft, o.DefaultRight, o.Encoding, o.Rotation);
+        ZglyWriterOptions options;
+        if (o.AltCharGiven) options.AlternateChar = ParseAlternateChar(o.AltCharText, o.Encoding);
+        options.LineHeight = o.LineHeight;
+        options.DefaultLeftSpace = o.DefaultLeft;
+        options.DefaultWidth = o.DefaultWidth;
+        options.DefaultRightSpace = o.DefaultRight;
+        options.Encoding = static_cast<EncodingNumber>(o.Encoding);
+        options.Rotation = o.Rotation;
+        return std::make_unique<CZarnicFontWriter>(o.OutputPath, options);
     }
     case OutputKind::Bmp:
         return std::make_unique<CBmpFontWriter>(o.OutputPath, ResolveGlyphOrder(o.ToOrder), o.DrawGrid, o.CellWidth,

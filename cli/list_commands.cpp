@@ -9,14 +9,14 @@
 #include "core/headless_pg_ctrl.h"
 #include "core/pg_ctrl.h"
 #include "sources/font_catalog.h"
+#include "sources/font_source_checks.h"
 #include "xmlfiles/glyph_order_files.h"
 #include "xmlfiles/glyph_order_handler.h"
 
-void RunListOrders(bool json, std::FILE* out, std::FILE* err) {
-    // Files that fail to load are reported as warnings, as at the window's start-up.
-    CHeadlessPgCtrl pg;
-    CPgCtrl* saved = g_pPgCtrl;
-    g_pPgCtrl = &pg;
+namespace {
+
+// The listing of every shipped order; the ones that fail to load become warnings.
+std::string ListOrdersText(bool json, CPgCtrl& pg) {
     std::vector<GlyphOrderInfo> list;
     FindGlyphOrderFiles(list);
     std::string text = json ? "[" : "";
@@ -44,7 +44,16 @@ void RunListOrders(bool json, std::FILE* out, std::FILE* err) {
         first = false;
     }
     if (json) text += "]\n";
-    g_pPgCtrl = saved;
+    return text;
+}
+
+}  // namespace
+
+void RunListOrders(bool json, std::FILE* out, std::FILE* err) {
+    // Files that fail to load are reported as warnings, as at the window's start-up.
+    CHeadlessPgCtrl pg;
+    CPgCtrlScope scope(pg);
+    const std::string text = ListOrdersText(json, pg);
     std::fputs(text.c_str(), out);
     for (const auto& w : pg.Warnings) std::fprintf(err, "Warning: %s\n", w.c_str());
 }
@@ -59,14 +68,27 @@ void RunListFonts(bool json, std::FILE* out) {
             styles += (styles.empty() ? "" : ",") + s;
             stylesJson += (stylesJson.empty() ? "" : ",") + JsonString(s);
         }
+        std::string faces, facesJson, instancesJson, axesJson;
+        for (const auto& f : face.CollectionFaces) {
+            faces += (faces.empty() ? "" : ",") + f;
+            facesJson += (facesJson.empty() ? "" : ",") + JsonString(f);
+        }
+        for (const auto& i : face.Instances) instancesJson += (instancesJson.empty() ? "" : ",") + JsonString(i);
+        for (const auto& a : face.Axes)
+            axesJson += (axesJson.empty() ? "" : ",") + ("{\"tag\":" + JsonString(a.Tag) + ",\"min\":" +
+                                                         AxisValueText(a.Min) + ",\"default\":" +
+                                                         AxisValueText(a.Default) + ",\"max\":" + AxisValueText(a.Max) + "}");
         if (json) {
             text += std::string(first ? "" : ",") + "{\"family\":" + JsonString(face.Family) +
                     ",\"scalable\":" + (face.Scalable ? "true" : "false") + ",\"sizes\":[" + sizes +
                     "],\"vertical\":" + (face.HasVerticalForms ? "true" : "false") + ",\"styles\":[" + stylesJson +
+                    "],\"faces\":[" + facesJson + "],\"instances\":[" + instancesJson + "],\"axes\":[" + axesJson +
                     "]}";
         } else {
+            // A family in a collection also shows the paths of its faces.
             text += face.Family + "\t" + (face.Scalable ? "scalable" : "bitmap " + sizes) + "\t" +
-                    (face.HasVerticalForms ? "@" + face.Family : "") + "\t" + styles + "\n";
+                    (face.HasVerticalForms ? "@" + face.Family : "") + "\t" + styles +
+                    (faces.empty() ? "" : "\t" + faces) + "\n";
         }
         first = false;
     }

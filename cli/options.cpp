@@ -1,8 +1,10 @@
 #include "cli/options.h"
 
+#include "cli/command_help.h"
 #include "cli/convert_options.h"
 #include "cli/option_words.h"
 #include "cli/settings_replay.h"
+#include "cli/suggestions.h"
 
 #include <cerrno>
 #include <cstdint>
@@ -44,7 +46,7 @@ CliOptions ParsePreview(const std::vector<std::string>& args) {
     bool haveText = false;
     const std::set<std::string> values = {"--text", "--out", "--zoom", "--ink", "--paper"};
     for (std::size_t i = 0; i < args.size(); ++i) {
-        if (args[i].rfind("--", 0) != 0) {
+        if (args[i].rfind("-", 0) != 0) {
             if (!o.InfoPath.empty()) Fail("preview takes one ZGLY file");
             o.InfoPath = args[i];
             continue;
@@ -67,10 +69,31 @@ CliOptions ParsePreview(const std::vector<std::string>& args) {
     if (o.InfoPath.empty()) Fail("preview needs a ZGLY file");
     if (haveText == o.Sheet) Fail("preview needs exactly one of --text and --sheet");
     if (o.PngPath.empty()) Fail("preview needs --out FILE.png");
+    CheckOutputExtension("--out", o.PngPath, {".png"});
     return o;
 }
 
 }  // namespace
+
+// info, list-orders and list-fonts: --json and, for info, one file and --chars.
+static CliOptions ParseJsonCommand(CliCommand command, const std::vector<std::string>& args, bool takesFile) {
+    CliOptions o;
+    o.Command = command;
+    for (std::size_t i = 0; i < args.size(); ++i) {
+        if (takesFile && args[i].rfind("-", 0) != 0) {
+            if (!o.InfoPath.empty()) Fail("info takes one file");
+            o.InfoPath = args[i];
+            continue;
+        }
+        const std::string name = ReadOptionWord(args, i, {}, takesFile ? std::set<std::string>{"--json", "--chars"}
+                                                                        : std::set<std::string>{"--json"}).Name;
+        bool& flag = name == "--json" ? o.Json : o.InfoChars;
+        if (flag) Fail(name + " is given twice");
+        flag = true;
+    }
+    if (takesFile && o.InfoPath.empty()) Fail("info needs a ZGLY file");
+    return o;
+}
 
 CliOptions ParseCommandLine(const std::vector<std::string>& args) {
     if (args.empty()) Fail("no command given");
@@ -89,84 +112,66 @@ CliOptions ParseCommandLine(const std::vector<std::string>& args) {
     // A window's settings file becomes the options it stands for.
     if (command == "convert") return ParseConvertOptions(ExpandSettingsOption(rest));
     if (command == "preview") return ParsePreview(rest);
-    if (command == "info") {
-        CliOptions o;
-        o.Command = CliCommand::Info;
-        for (const auto& a : rest) {
-            if (a == "--json") {
-                if (o.Json) Fail("--json is given twice");
-                o.Json = true;
-            } else if (a.rfind("--", 0) == 0) {
-                Fail("unknown option '" + a + "'");
-            } else {
-                if (!o.InfoPath.empty()) Fail("info takes one file");
-                o.InfoPath = a;
-            }
-        }
-        if (o.InfoPath.empty()) Fail("info needs a ZGLY file");
-        return o;
-    }
-    if (command == "list-orders" || command == "list-fonts") {
-        CliOptions o;
-        o.Command = command == "list-orders" ? CliCommand::ListOrders : CliCommand::ListFonts;
-        for (const auto& a : rest) {
-            if (a != "--json") Fail("unknown option '" + a + "'");
-            if (o.Json) Fail("--json is given twice");
-            o.Json = true;
-        }
-        return o;
-    }
-    Fail("unknown command '" + command + "'");
-}
-
-const char* UsageHint() {
-    return "usage: glyphwright-cli convert INPUT... OUTPUT [--filter FILE.xllt] [--chars TEXT] [--chars-file FILE]\n"
-           "                              [--range FIRST-LAST] [--quiet]\n"
-           "       glyphwright-cli convert --settings FILE.ini [OPTIONS]\n"
-           "       glyphwright-cli build [RECIPE] [--jobs N] [--force] [--dry-run] [--quiet]\n"
-           "       glyphwright-cli info FILE.zgly [--json]\n"
-           "       glyphwright-cli preview FILE.zgly (--text TEXT | --sheet) --out FILE.png [--zoom N] [--guides]\n"
-           "       glyphwright-cli template --order ORDER --cell WxH --baseline N [--colors 2|4|8|16] [--vertical]\n"
-           "                                --out FILE.bmp|FILE.png\n"
-           "       glyphwright-cli list-orders [--json] | list-fonts [--json]\n"
-           "       glyphwright-cli --help | --version\n"
-           "Try 'glyphwright-cli --help' for the inputs and outputs.\n";
+    if (command == "info") return ParseJsonCommand(CliCommand::Info, rest, true);
+    if (command == "list-orders") return ParseJsonCommand(CliCommand::ListOrders, rest, false);
+    if (command == "list-fonts") return ParseJsonCommand(CliCommand::ListFonts, rest, false);
+    std::vector<std::string> known = CommandNames();
+    known.insert(known.end(), {"help", "--help", "--version"});
+    Fail("unknown command '" + command + "'" + DidYouMean(command, known));
 }
 
 const char* HelpText() {
     return "glyphwright-cli: converts fonts into ZGLY bitmap fonts or glyph-grid BMP pictures.\n"
            "\n"
-           "glyphwright-cli convert INPUT... OUTPUT [CHARACTERS...] [--quiet]\n"
+           "glyphwright-cli convert INPUT... OUTPUT [CHARACTERS...] [--threads N] [--quiet]\n"
            "  INPUT, one or more; each starts a source and the source options after it are its own:\n"
            "    --from-zgly FILE\n"
            "    --from-bmp FILE --from-order ORDER [--colors 2|4|8|16]\n"
-           "    --from-font FACE|FILE [--style STYLE] (--size PX | --cell-height PX) [--levels 2|4|8|16]\n"
+           "    --from-font FACE|FILE|FILE.ttc#N [--style STYLE] [--axis TAG=VALUE]...\n"
+           "                (--size PX | --cell-height PX) [--levels 2|4|8|16]\n"
            "                [--width glyph|keep-space|margin|fixed] [--fixed-width PX] [--no-soft-aa]\n"
            "    --from-lc FILE and/or --lc-half FILE [--lc-proportional] [--lc-half-proportional] [--vertical]\n"
+           "  --width: glyph = as wide as the ink, no side spaces; keep-space = the same, but a\n"
+           "  character without ink (a space) keeps its advance; margin = the font's own side\n"
+           "  bearings and advances; fixed = the ink centred in --fixed-width PX (default 16).\n"
            "  With several sources each character comes from the first source that has it; later\n"
            "  sources fill the gaps, in the first source's grey levels. A later --from-font without\n"
-           "  a size or levels of its own takes the first font's. Vertical and horizontal sources\n"
-           "  do not mix.\n"
+           "  a size, levels or width of its own takes the first font's. Vertical and horizontal\n"
+           "  sources do not mix.\n"
            "  OUTPUT, exactly one of:\n"
            "    --to-zgly FILE [--encoding utf-8|utf-16|shift_jis|cp1252] [--alt-char TEXT]\n"
            "                   [--line-height N] [--default-left N] [--default-width N] [--default-right N]\n"
            "                   [--rotation 0|90|180|270]\n"
            "    --to-bmp FILE --to-order ORDER [--no-grid] [--cell WxH [--offset X,Y]] [--margins L,T[,R,B]]\n"
            "  ORDER is a path to an .xlor file or the name of a shipped one (see list-orders).\n"
+           "  FILE.ttc#N is face N of a font collection; --axis sets a variable font's axis (wght=700).\n"
+           "  Colour bitmap fonts (emoji) are scaled to the size; --coverage alpha|luminance: grey levels\n"
+           "  from their coverage (default), or coverage x darkness.\n"
            "  CHARACTERS limit the run to their union (the space is always kept); each may repeat:\n"
            "    --filter FILE.xllt     a filter file (once)\n"
            "    --chars TEXT           every character of TEXT\n"
-           "    --chars-file FILE      every character of a UTF-8 text file (not its line ends)\n"
+           "    --chars-file FILE      every character of a text file (not its line ends): UTF-8, or\n"
+           "                           UTF-16 with a byte-order mark\n"
+           "    --chars-encoding utf-8|utf-16|shift_jis|cp1252   how text files without a byte-order mark\n"
+           "                           are read (default utf-8)\n"
            "    --range FIRST-LAST     code points as U+3041, 0x3041 or 12353; or one CODE\n"
+           "  Texts, files and ranges that hold no character but the space fail the run.\n"
+           "  --threads N renders a font on N threads (1 to 256; default: every core); the output is\n"
+           "  the same at any count.\n"
            "  After a finished convert one line on stderr sums it up (not with --quiet).\n"
-           "glyphwright-cli info FILE.zgly [--json]\n"
+           "glyphwright-cli info FILE.zgly [--chars] [--json]      (--chars: the characters it holds)\n"
+           "glyphwright-cli check FILE.zgly (--chars TEXT | --chars-file FILE | --range R)... [--json]\n"
+           "                [--chars-encoding ENC]\n"
+           "  Lists each character of the text the font lacks (code, character, FILE:LINE:COLUMN of its\n"
+           "  first use); exit status 1 when any is missing.\n"
            "glyphwright-cli preview FILE.zgly (--text TEXT | --sheet) --out FILE.png\n"
            "                [--zoom 1..16] [--guides] [--ink RRGGBB] [--paper RRGGBB]\n"
            "  Draws TEXT (UTF-8; a line feed or \\n starts a new line) with the ZGLY font as a game\n"
            "  would, or with --sheet every glyph of the file labelled with its code, as a PNG picture.\n"
            "  Zoom 2, black ink on white paper unless given; --guides adds baselines, cell boxes and advances.\n"
            "glyphwright-cli list-orders [--json]    the shipped glyph order files\n"
-           "glyphwright-cli list-fonts [--json]     the installed font families and their styles\n"
+           "glyphwright-cli list-fonts [--json]     the installed font families, their styles and collection\n"
+           "                                        faces (--json: also variable instances and axes)\n"
            "glyphwright-cli convert --settings FILE.ini [OPTIONS]\n"
            "  Runs the conversion a settings file of the window describes (its selected tabs and\n"
            "  fields); OPTIONS override the file's values.\n"

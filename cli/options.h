@@ -8,12 +8,11 @@
 #include <string>
 #include <vector>
 
+#include "core/font_io.h"
+
 enum class CliCommand { Convert, Info, Preview, ListOrders, ListFonts, Help, Version };
 enum class InputKind { None, Zgly, Bmp, Font, Lc };
 enum class OutputKind { None, Zgly, Bmp };
-
-// A parameter the user did not give; the font's own value is used.
-inline constexpr int CliNotGiven = 0xFFFF;
 
 // One font source of a convert run; each --from-... starts one.
 struct CliSource {
@@ -23,6 +22,8 @@ struct CliSource {
     int BmpBpp = 1;                // --colors 2|4|8|16
     std::string FontFace;          // --from-font
     std::string FontStyle;         // --style
+    std::vector<std::pair<std::string, double>> Axes;  // --axis TAG=VALUE, in the order given
+    bool LuminanceCoverage = false;  // --coverage luminance
     int FontSize = 0;              // negative: character height (--size); positive: cell height
     int FontSizeGiven = 0;         // the number as typed after --size or --cell-height
     int FontBpp = 1;               // --levels 2|4|8|16
@@ -33,6 +34,7 @@ struct CliSource {
     bool LcMainFixed = true;
     bool LcHalfFixed = true;
     bool LcVertical = false;
+    int Threads = 0;               // the run's --threads, for a font
 };
 
 // Code points FIRST..LAST of a --range, both included.
@@ -54,10 +56,10 @@ struct CliOptions {
     int Encoding = 1;              // UTF-16
     bool AltCharGiven = false;
     std::string AltCharText;
-    int LineHeight = CliNotGiven;
-    int DefaultLeft = CliNotGiven;
-    int DefaultWidth = CliNotGiven;
-    int DefaultRight = CliNotGiven;
+    int LineHeight = NotGiven;
+    int DefaultLeft = NotGiven;
+    int DefaultWidth = NotGiven;
+    int DefaultRight = NotGiven;
     int Rotation = 0;              // 0..3 for 0, 90, 180, 270 degrees
     std::string ToOrder;
     bool DrawGrid = true;
@@ -69,7 +71,9 @@ struct CliOptions {
     std::vector<std::string> Chars;       // --chars, each as typed
     std::vector<std::string> CharsFiles;  // --chars-file
     std::vector<CliCodeRange> Ranges;     // --range
+    int CharsEncoding = -1;               // --chars-encoding: how text files without a BOM are read
     bool Quiet = false;
+    int Threads = 0;               // --threads; 0: every core
 
     // Any of --filter, --chars, --chars-file, --range.
     bool SelectsChars() const { return FilterGiven || !Chars.empty() || !CharsFiles.empty() || !Ranges.empty(); }
@@ -77,6 +81,7 @@ struct CliOptions {
     // info, list-orders, list-fonts; preview reads InfoPath too
     std::string InfoPath;
     bool Json = false;
+    bool InfoChars = false;        // info --chars: the characters, not the blocks
 
     // preview
     std::string PreviewText;       // --text, with backslash-n turned into a line feed
@@ -98,6 +103,5 @@ public:
 // for a settings file convert cannot read.
 CliOptions ParseCommandLine(const std::vector<std::string>& args);
 
-// The short hint printed after a usage error, and the full --help text.
-const char* UsageHint();
+// The full --help text.
 const char* HelpText();

@@ -4,6 +4,7 @@
 
 #include "core/codepage.h"
 #include "core/general_exception.h"
+#include "core/utf8.h"
 #include "zgly/font_block_set.h"
 #include "zgly/zgly_format.h"
 
@@ -12,8 +13,7 @@ using namespace zgly;
 namespace {
 
 bool FontHas(const CFontBlockSet& set, int encoding, char16_t c) {
-    const int codePage = EncodingCodePage(encoding);
-    const uint16_t code = codePage < 0 ? static_cast<uint16_t>(c) : UnicodeToCodePage(codePage, c);
+    const uint16_t code = UnicodeToFileCode(encoding, c);
     return code != NoChar && set.FindGlyphIndex(code) != NoGlyph;
 }
 
@@ -32,11 +32,7 @@ std::vector<std::string> MissingCharWarnings(const CFontBlockSet& set, std::stri
             const uint32_t cp = 0x10000 + ((static_cast<uint32_t>(c) - 0xD800) << 10) + (text[i + 1] - 0xDC00);
             if (named.insert(cp).second)
                 warnings.push_back(FormatString("The font lacks a char ('%s': U+%04X); the alternate glyph is drawn.",
-                                                std::string{static_cast<char>(0xF0 | (cp >> 18)),
-                                                            static_cast<char>(0x80 | ((cp >> 12) & 0x3F)),
-                                                            static_cast<char>(0x80 | ((cp >> 6) & 0x3F)),
-                                                            static_cast<char>(0x80 | (cp & 0x3F))},
-                                                static_cast<int>(cp)));
+                                                CodePointToUtf8(cp), static_cast<int>(cp)));
             ++i;
             continue;
         }

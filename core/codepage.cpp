@@ -8,6 +8,16 @@ int EncodingCodePage(int encoding) {
     }
 }
 
+uint16_t UnicodeToFileCode(int encoding, char16_t c) {
+    const int codePage = EncodingCodePage(encoding);
+    return codePage < 0 ? static_cast<uint16_t>(c) : UnicodeToCodePage(codePage, c);
+}
+
+char16_t FileCodeToUnicode(int encoding, uint16_t code) {
+    const int codePage = EncodingCodePage(encoding);
+    return codePage < 0 ? static_cast<char16_t>(code) : CodePageToUnicode(codePage, code);
+}
+
 const char* EncodingName(int encoding) {
     switch (encoding) {
     case EncodingUtf8: return "UTF-8";

@@ -26,3 +26,9 @@ uint16_t UnicodeToCodePage(int codePage, char16_t c);
 // c < 256 is one byte, else lead = c / 256 and trail = c % 256; 0xFFFF when
 // the bytes are not exactly one valid character.
 char16_t CodePageToUnicode(int codePage, uint16_t c);
+
+// The code a character has in a font file of the encoding (the Unicode code
+// for UTF-8 and UTF-16); NoChar when the encoding has no form for it.
+uint16_t UnicodeToFileCode(int encoding, char16_t c);
+// The character a file code of the encoding stands for; NoChar when none.
+char16_t FileCodeToUnicode(int encoding, uint16_t code);

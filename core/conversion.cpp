@@ -12,17 +12,6 @@
 
 namespace {
 
-// Readers and writers report through g_pPgCtrl; it points at this run's
-// progress interface for the duration of the run.
-class CPgCtrlScope {
-public:
-    explicit CPgCtrlScope(CPgCtrl* pg) : Saved(g_pPgCtrl) { g_pPgCtrl = pg; }
-    ~CPgCtrlScope() { g_pPgCtrl = Saved; }
-
-private:
-    CPgCtrl* Saved;
-};
-
 void ShowError(CConversionFrontEnd& ui, CPgCtrl& pg, const std::string& text) {
     ui.AppendError(text);
     if (!ui.MessagesShown()) ui.ShowMessages();
@@ -33,7 +22,8 @@ void ShowError(CConversionFrontEnd& ui, CPgCtrl& pg, const std::string& text) {
 }  // namespace
 
 ConversionOutcome RunConversion(CConversionFrontEnd& ui, CPgCtrl& pg) {
-    CPgCtrlScope scope(&pg);
+    // Readers and writers report through g_pPgCtrl for the duration of the run.
+    CPgCtrlScope scope(pg);
     auto font = std::make_unique<CFontData>();
     auto filter = std::make_unique<CFontFilter>();
     auto order = std::make_unique<CGlyphOrder>();

@@ -1,7 +1,11 @@
 // The reader and writer interfaces that every source and output implements.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
+
+// A numeric parameter that is not given; the font's own value is used.
+inline constexpr int32_t NotGiven = 0xFFFF;
 
 class CFontData;
 class CFontFilter;

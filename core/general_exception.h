@@ -8,6 +8,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/paths.h"
+
 class CPgCtrl;
 
 // Thrown by value with the complete, already formatted text; caught by reference.
@@ -29,7 +31,7 @@ public:
     CFormatArg(const char* v) : Text(v ? v : "(null)"), IsText(true) {}
     CFormatArg(const std::string& v) : Text(v), IsText(true) {}
     CFormatArg(std::string_view v) : Text(v), IsText(true) {}
-    CFormatArg(const std::filesystem::path& v) : Owned(v.string()), Text(Owned), IsText(true) {}
+    CFormatArg(const std::filesystem::path& v) : Owned(PathText(v)), Text(Owned), IsText(true) {}
 
     long long Number = 0;
     std::string Owned;
@@ -69,9 +71,3 @@ template <class... Args>
     throw CGeneralException(FormatString(format, args...));
 }
 
-// A code point as UTF-8; a lone surrogate comes out as its three-byte form so
-// that nothing is lost.
-std::string CodePointToUtf8(char32_t cp);
-// UTF-8 to UTF-16 code units; invalid bytes become U+FFFD.
-std::u16string Utf8ToUtf16(std::string_view text);
-std::string Utf16ToUtf8(std::u16string_view text);

@@ -1,9 +1,25 @@
 // Turning a cell image into a glyph, and a glyph back into a cell.
 #include <algorithm>
+#include <tuple>
+#include <utility>
 
 #include "core/bit_stream.h"
 #include "core/font_data.h"
 #include "core/packed_image.h"
+
+namespace {
+
+// The spaces before and after the ink along the advance (extent pixels),
+// from the width line's margins: a cell without a width line advances by
+// nothing (its space before cancels its ink), a cell without ink is all
+// space before it.
+std::pair<int, int> SpacesFromMargins(int extent, int ink0, int ink1, int marginBefore, int marginAfter) {
+    if (marginBefore == extent) return {ink0 - ink1, 0};
+    if (ink0 == 0 && ink1 == 0) return {extent - marginBefore - marginAfter, 0};
+    return {ink0 - marginBefore, extent - ink1 - marginAfter};
+}
+
+}  // namespace
 
 void CGlyph::CropCell(const uint8_t* cell, int cellWidth, int cellHeight, int bpp) {
     int left = cellWidth + 1, top = cellHeight + 1, right = 0, bottom = 0;
@@ -93,32 +109,10 @@ void CGlyph::SetFromCellWithMargins(const uint8_t* cell, int cellWidth, int cell
                                     int marginBefore, int marginAfter, int origin) {
     CropCell(cell, cellWidth, cellHeight, bpp);
     if (vertical) {
-        int h = cellHeight;
-        bool noInk = Ink.Y0 == 0 && Ink.Y1 == 0;
-        if (marginBefore == h) {
-            TopSpace = noInk ? 0 : Ink.Y0 - Ink.Y1;
-            BottomSpace = 0;
-        } else if (noInk) {
-            TopSpace = h - marginBefore - marginAfter;
-            BottomSpace = 0;
-        } else {
-            TopSpace = Ink.Y0 - marginBefore;
-            BottomSpace = h - Ink.Y1 - marginAfter;
-        }
+        std::tie(TopSpace, BottomSpace) = SpacesFromMargins(cellHeight, Ink.Y0, Ink.Y1, marginBefore, marginAfter);
         ExtractInk(cell, cellWidth, bpp, 0, origin);
     } else {
-        int w = cellWidth;
-        bool noInk = Ink.X0 == 0 && Ink.X1 == 0;
-        if (marginBefore == w) {
-            LeftSpace = Ink.X0 - Ink.X1;
-            RightSpace = 0;
-        } else if (noInk) {
-            LeftSpace = w - marginBefore - marginAfter;
-            RightSpace = 0;
-        } else {
-            LeftSpace = Ink.X0 - marginBefore;
-            RightSpace = w - Ink.X1 - marginAfter;
-        }
+        std::tie(LeftSpace, RightSpace) = SpacesFromMargins(cellWidth, Ink.X0, Ink.X1, marginBefore, marginAfter);
         ExtractInk(cell, cellWidth, bpp, origin, cellWidth - Ink.X0);
     }
 }

@@ -1,6 +1,22 @@
 #include "core/pg_ctrl.h"
 
-CPgCtrl* g_pPgCtrl = nullptr;
+namespace {
+
+class CSilentPgCtrl : public CPgCtrl {
+public:
+    bool IsCanceled() override { return false; }
+    void SetStatus(const std::string&) override {}
+    void ResetProgress() override {}
+    void SetProgressRange(int) override {}
+    void StepProgress(int) override {}
+    void AddWarning(const std::string&) override {}
+};
+
+CSilentPgCtrl g_Silent;
+
+}  // namespace
+
+CPgCtrl* g_pPgCtrl = &g_Silent;
 
 int ProgressDivisorFor(int n) {
     int divisor = 1;

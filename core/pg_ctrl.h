@@ -22,8 +22,22 @@ public:
     virtual void AddWarning(const std::string& text) = 0;
 };
 
-// Set once by the front end that runs conversions.
+// The progress interface of whatever runs now; never null. Where nothing
+// set it (a tool, a test), it is a silent one that never cancels.
 extern CPgCtrl* g_pPgCtrl;
+
+// Points g_pPgCtrl at a progress interface for its lifetime and puts the
+// previous one back, also when an exception passes.
+class CPgCtrlScope {
+public:
+    explicit CPgCtrlScope(CPgCtrl& pg) : Saved(g_pPgCtrl) { g_pPgCtrl = &pg; }
+    ~CPgCtrlScope() { g_pPgCtrl = Saved; }
+    CPgCtrlScope(const CPgCtrlScope&) = delete;
+    CPgCtrlScope& operator=(const CPgCtrlScope&) = delete;
+
+private:
+    CPgCtrl* Saved;
+};
 
 // The redraw divisor shared by every front end: the bar is redrawn, events
 // processed and the cancel request looked at only when the position crosses a

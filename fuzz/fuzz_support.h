@@ -20,7 +20,6 @@ public:
     CFuzzEnvironment() {
         Dir = std::filesystem::temp_directory_path() / ("gw_fuzz_" + std::to_string(::getpid()));
         std::filesystem::create_directories(Dir);
-        g_pPgCtrl = &PgCtrl;
     }
     ~CFuzzEnvironment() {
         std::error_code ec;
@@ -52,6 +51,7 @@ public:
     }
 
     CHeadlessPgCtrl PgCtrl;
+    CPgCtrlScope PgScope{PgCtrl};
     std::filesystem::path Dir;
 };
 

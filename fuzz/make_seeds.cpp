@@ -209,7 +209,7 @@ int main(int argc, char** argv) {
     }
     fs::path out = argv[1];
     CHeadlessPgCtrl pg;
-    g_pPgCtrl = &pg;
+    CPgCtrlScope scope(pg);
     fs::path work = out / "work";
     try {
         fs::create_directories(out / "bmp_loader");

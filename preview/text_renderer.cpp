@@ -6,6 +6,7 @@
 
 #include "core/codepage.h"
 #include "core/general_exception.h"
+#include "core/utf8.h"
 #include "zgly/font_block_file.h"
 #include "zgly/path_checks.h"
 #include "zgly/zgly_format.h"
@@ -90,8 +91,7 @@ CTextRenderer::CTextRenderer(const CFontBlockSet& set) : Set(set), CellLayout(Re
 }
 
 uint16_t CTextRenderer::GlyphFor(char16_t unicode) const {
-    const int codePage = EncodingCodePage(Encoding);
-    const uint16_t code = codePage < 0 ? static_cast<uint16_t>(unicode) : UnicodeToCodePage(codePage, unicode);
+    const uint16_t code = UnicodeToFileCode(Encoding, unicode);
     if (code == NoChar) return AlternateGlyph;
     const uint16_t glyph = Set.FindGlyphIndex(code);
     return glyph == NoGlyph ? AlternateGlyph : glyph;

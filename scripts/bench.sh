@@ -1,13 +1,16 @@
 #!/usr/bin/env bash
-# Builds Release into build-release/ and prints the speed report: every case
-# of bench/cases.sh timed side by side with the bare FreeType loop and, once,
-# with lv_font_conv; the start-up against a bare C program; the cost per
-# glyph against the pixel size, plotted to out/bench.png. The table also goes
-# to out/bench.md.
-#   RUNS=N         timed runs per command (default 10, medians reported)
-#   SWEEP_RUNS=N   timed runs per size of the plot (default 3)
-#   BENCH_PEER=0   skip lv_font_conv (its IPAGothic case takes minutes)
-#   BENCH_WINDOW=0 skip the window's progress measurement
+# Builds Release into build-release/ and prints the speed report, also written
+# to out/bench.md: the three target cases as whole processes by family name
+# against the yardstick ../shared/bench/ftlimit.c (one thread and all cores,
+# alternating rounds, peak memory), and their ratio against the pixel size,
+# plotted to out/bench.png.
+#   RUNS=N          alternating rounds per case (default 10, medians reported)
+#   SWEEP_RUNS=N    rounds per size of the plot (default 3)
+#   BENCH_DETAIL=1  then also every case of bench/cases.sh against the bare
+#                   FreeType loop, lv_font_conv, the start-up and the window
+#                   (out/bench-detail.md, out/bench-detail.png)
+#   BENCH_PEER=0    in the detail, skip lv_font_conv (IPAGothic takes minutes)
+#   BENCH_WINDOW=0  in the detail, skip the window's progress measurement
 set -euo pipefail
 cd "$(dirname "$0")/.."
 runs=${RUNS:-10}
@@ -29,6 +32,22 @@ cmake -S . -B "$build_dir" -DCMAKE_BUILD_TYPE=Release -DGLYPHWRIGHT_BUILD_TESTS=
 targets=(glyphwright-cli freetype_baseline bare_start zgly_roundtrip)
 [ "${BENCH_WINDOW:-1}" = 0 ] || targets+=(window_progress)
 cmake --build "$build_dir" -j2 --target "${targets[@]}" >/dev/null
+# The yardstick lives beside the repository, outside it.
+yardstick_src=../shared/bench/ftlimit.c
+[ -f "$yardstick_src" ] || { echo "bench: $yardstick_src not found" >&2; exit 1; }
+# shellcheck disable=SC2046
+cc -O2 -o "$build_dir/bin/ftlimit" "$yardstick_src" $(pkg-config --cflags --libs freetype2)
+
+BIN=$PWD/$build_dir/bin
+OUT=$PWD/out/bench
+rm -rf "$OUT"; mkdir -p "$OUT" out
+source bench/cases.sh
+machine="$(nproc) cores, $(sed -n 's/^model name[^:]*: //p' /proc/cpuinfo | head -1), load $(cut -d' ' -f1-3 /proc/loadavg)"
+DEJAVU=$DEJAVU IPAG=$IPAG python3 bench/yardstick.py "$OUT" "$BIN/glyphwright-cli" "$BIN/ftlimit" "$runs" \
+  "${SWEEP_RUNS:-3}" "$(date -u +%Y-%m-%d)" "$machine" | tee out/bench.md
+gnuplot -e "data='$OUT/yardstick.tsv'; out='out/bench.png'; cores=$(nproc)" bench/yardstick.gp
+echo "bench: plot in out/bench.png" >&2
+[ "${BENCH_DETAIL:-0}" = 1 ] || exit 0
 
 peer=""
 if [ "${BENCH_PEER:-1}" != 0 ]; then
@@ -40,11 +59,7 @@ if [ "${BENCH_PEER:-1}" != 0 ]; then
   fi
 fi
 
-BIN=$PWD/$build_dir/bin
-OUT=$PWD/out/bench
 ORDERS=$PWD/data/xlor
-rm -rf "$OUT"; mkdir -p "$OUT"
-source bench/cases.sh
 make_filters
 
 # Peak resident set of one run, in KiB.
@@ -115,9 +130,7 @@ if [ "${BENCH_WINDOW:-1}" != 0 ] && [ -x "$BIN/window_progress" ]; then
   window=$(QT_QPA_PLATFORM=offscreen "$BIN/window_progress" "$IPAG" 16 4 "$OUT/window.zgly" "$runs" 2>/dev/null | tail -1)
 fi
 
-mkdir -p out
-machine="$(nproc) cores, $(sed -n 's/^model name[^:]*: //p' /proc/cpuinfo | head -1), load $(cut -d' ' -f1-3 /proc/loadavg)"
 python3 bench/report.py "$results" "$(date -u +%Y-%m-%d)" "$machine" "$window" "$runs" "$OUT/startup.tsv" "$sweep" \
-  "$OUT/plot.tsv" | tee out/bench.md
-gnuplot -e "data='$OUT/plot.tsv'; out='out/bench.png'" bench/plot.gp
-echo "bench: plot in out/bench.png" >&2
+  "$OUT/plot.tsv" | tee out/bench-detail.md
+gnuplot -e "data='$OUT/plot.tsv'; out='out/bench-detail.png'" bench/plot.gp
+echo "bench: detail plot in out/bench-detail.png" >&2

@@ -12,11 +12,14 @@ pictures=(
   game-ui-preview:game-ui-preview
   game-pixel-preview:game-pixel-preview
   grid-cells:demo-cells
+  width-types:width-types
+  kanji-soft-aa:kanji-soft-aa
+  vertical-preview:demo-ja-vertical-preview
   window:main-out-zgly
 )
-# Pictures other scripts make when they run (the width types by the demo, the
-# web page by the web tests) are taken when they are there.
-optional=(width-types:width-types web-page:web-page)
+# The web page's picture is made by the browser test of scripts/test.sh; it is
+# taken when it is there.
+optional=(web-converter:web-page)
 status=0
 copy() {
   local name=${1%%:*} file=${1#*:}

@@ -10,6 +10,7 @@ packages=(
   libtomlplusplus-dev
   qt6-base-dev
   fonts-dejavu-core fonts-ipafont-gothic
+  fonts-inter-variable fonts-noto-color-emoji
   "$@"
 )
 

@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "core/general_exception.h"
+#include "core/utf8.h"
 #include "platform/paths.h"
 #include "platform/save_target.h"
 #include "settings/ini_file.h"

@@ -1,7 +1,7 @@
 // The fonts installed in the system, found by family name: the one place
-// that asks the system's font catalog (fontconfig). A build without a catalog
-// (GLYPHWRIGHT_FONTCONFIG off) finds no installed fonts; faces are then given
-// as font files.
+// that asks the system's font catalog (fontconfig; on Windows the font files
+// the system lists). Elsewhere a build without fontconfig (GLYPHWRIGHT_FONTCONFIG
+// off) finds no installed fonts; faces are then given as font files.
 #pragma once
 
 #include <string>
@@ -19,6 +19,16 @@ struct FontFaceInfo {
     bool HasVerticalForms = false;
     // The family's styles ("Book", "Bold", ...), sorted, each once.
     std::vector<std::string> Styles;
+    // Faces of font collections as a path names them ("FILE.ttc#2"), sorted.
+    std::vector<std::string> CollectionFaces;
+    // A variable font's named instances (usable as styles), sorted, and the
+    // design axes of its variable file with the most axes.
+    std::vector<std::string> Instances;
+    struct Axis {
+        std::string Tag;
+        double Min = 0, Default = 0, Max = 0;
+    };
+    std::vector<Axis> Axes;
 };
 
 // This build can find installed fonts by family name.

@@ -8,6 +8,9 @@
 #include FT_TRUETYPE_TABLES_H
 
 #include "core/general_exception.h"
+#include "platform/file_handle.h"
+#include "platform/paths.h"
+#include "sources/face_file.h"
 #include "sources/font_catalog.h"
 
 FontRequest ParseFaceName(const std::string& faceName) {
@@ -28,9 +31,9 @@ int StrikeDistance(const FT_Bitmap_Size& strike, int32_t size) {
 
 // The distance of the face's nearest strike to the size; -1 when the file
 // has no strikes or is not a font.
-int NearestStrikeDistance(FT_Library lib, const char* file, int index, int32_t size) {
+int NearestStrikeDistance(FT_Library lib, const std::filesystem::path& file, int index, int32_t size) {
     FT_Face face = nullptr;
-    if (FT_New_Face(lib, file, index, &face) != 0) return -1;
+    if (OpenFaceFile(lib, file, index, &face) != 0) return -1;
     int best = -1;
     for (int i = 0; i < face->num_fixed_sizes; ++i) {
         int d = StrikeDistance(face->available_sizes[i], size);
@@ -45,10 +48,10 @@ int NearestStrikeDistance(FT_Library lib, const char* file, int index, int32_t s
 FontLocation NearestStrikeFile(const InstalledFamilyMatch& match, int32_t size) {
     FontLocation best = match.Font;
     FtLibraryPtr lib = MakeFtLibrary();
-    int bestDistance = NearestStrikeDistance(lib.get(), best.File.c_str(), best.Index, size);
+    int bestDistance = NearestStrikeDistance(lib.get(), best.File, best.Index, size);
     for (const FontLocation& file : match.StyleFiles) {
         if (bestDistance == 0) break;
-        int d = NearestStrikeDistance(lib.get(), file.File.c_str(), file.Index, size);
+        int d = NearestStrikeDistance(lib.get(), file.File, file.Index, size);
         if (d >= 0 && (bestDistance < 0 || d < bestDistance)) {
             bestDistance = d;
             best = file;
@@ -58,11 +61,10 @@ FontLocation NearestStrikeFile(const InstalledFamilyMatch& match, int32_t size) 
 }
 
 bool IsFontFile(const std::filesystem::path& path) {
-    std::error_code ec;
-    if (!std::filesystem::is_regular_file(path, ec)) return false;
+    if (!IsRegularFile(path)) return false;
     FtLibraryPtr lib = MakeFtLibrary();
     FT_Face face = nullptr;
-    if (FT_New_Face(lib.get(), path.c_str(), 0, &face) != 0) return false;
+    if (OpenFaceFile(lib.get(), path, 0, &face) != 0) return false;
     FT_Done_Face(face);
     return true;
 }
@@ -73,6 +75,16 @@ int32_t RoundDiv(long long num, long long den) {
 
 }  // namespace
 
+bool SplitFaceNumber(const std::string& name, std::string& file, int& index) {
+    const std::size_t hash = name.rfind('#');
+    if (hash == std::string::npos || hash + 1 == name.size() || name.size() - hash > 10 ||
+        name.find_first_not_of("0123456789", hash + 1) != std::string::npos)
+        return false;
+    file = name.substr(0, hash);
+    index = std::stoi(name.substr(hash + 1));
+    return true;
+}
+
 bool ResolveFontName(const std::string& name, FontLocation& out, int32_t size) {
     if (name.empty()) return false;
     // A font file needs no family lookup, and loading fontconfig's
@@ -80,6 +92,13 @@ bool ResolveFontName(const std::string& name, FontLocation& out, int32_t size) {
     if (IsFontFile(name)) {
         out.File = name;
         out.Index = 0;
+        return true;
+    }
+    std::string file;
+    int index = 0;
+    if (SplitFaceNumber(name, file, index) && IsFontFile(file)) {
+        out.File = file;
+        out.Index = index;
         return true;
     }
     InstalledFamilyMatch match;
@@ -91,7 +110,7 @@ bool ResolveFontName(const std::string& name, FontLocation& out, int32_t size) {
 bool IsBitmapOnly(const FontLocation& location) {
     FtLibraryPtr lib = MakeFtLibrary();
     FT_Face face = nullptr;
-    if (FT_New_Face(lib.get(), location.File.c_str(), location.Index, &face) != 0) return false;
+    if (OpenFaceFile(lib.get(), location.File, location.Index, &face) != 0) return false;
     bool bitmapOnly = !FT_IS_SCALABLE(face);
     FT_Done_Face(face);
     return bitmapOnly;
@@ -103,16 +122,51 @@ FtLibraryPtr MakeFtLibrary() {
     return FtLibraryPtr(lib);
 }
 
-CFontFace::CFontFace(const FontLocation& location, int32_t size) : Library(MakeFtLibrary()) {
+void LoadFontBytes(FontLocation& location) {
+    CFileHandle in;
+    if (!in.OpenForReading(location.File)) return;
+    const int64_t size = in.Size();
+    if (size <= 0) return;
+    auto bytes = std::make_shared<std::vector<FT_Byte>>(static_cast<std::size_t>(size));
+    if (in.Read(bytes->data(), bytes->size()) != size) return;
+    location.Bytes = std::move(bytes);
+}
+
+CFontFace::CFontFace(const FontLocation& location, int32_t size) : Bytes(location.Bytes), Library(MakeFtLibrary()) {
     FT_Face face = nullptr;
-    if (FT_New_Face(Library.get(), location.File.c_str(), location.Index, &face) != 0)
-        ThrowError("Internal Error:\n Fail to create font.");
+    const FT_Error error =
+        Bytes ? FT_New_Memory_Face(Library.get(), Bytes->data(), static_cast<FT_Long>(Bytes->size()), location.Index, &face)
+              : OpenFaceFile(Library.get(), location.File, location.Index, &face);
+    if (error != 0) ThrowError("Internal Error:\n Fail to create font.");
     FacePtr.reset(face);
-    FT_Select_Charmap(face, FT_ENCODING_UNICODE);
+    if (!location.Axes.empty()) SetAxes(location.Axes);
+    if (FT_Select_Charmap(face, FT_ENCODING_UNICODE) != 0) Charset = CCharsetMap::ForFace(face, location.File.string());
     if (Scalable())
         SizeOutline(size);
     else
         SizeBitmap(size);
+}
+
+void CFontFace::SetAxes(const std::vector<FontAxisSetting>& axes) {
+    FT_Face face = FacePtr.get();
+    FT_MM_Var* mm = nullptr;
+    if (FT_Get_MM_Var(face, &mm) != 0) ThrowError("Internal Error:\n Fail to create font.");
+    // Over the named instance's values when the face is one.
+    std::vector<FT_Fixed> coords(mm->num_axis);
+    FT_Get_Var_Design_Coordinates(face, mm->num_axis, coords.data());
+    for (const FontAxisSetting& setting : axes)
+        for (FT_UInt i = 0; i < mm->num_axis; ++i)
+            if (AxisTagText(mm->axis[i].tag) == setting.Tag) coords[i] = std::lround(setting.Value * 65536.0);
+    const FT_Error error = FT_Set_Var_Design_Coordinates(face, mm->num_axis, coords.data());
+    FT_Done_MM_Var(Library.get(), mm);
+    if (error != 0) ThrowError("Internal Error:\n Fail to create font.");
+}
+
+std::string AxisTagText(FT_ULong tag) {
+    std::string text;
+    for (int shift = 24; shift >= 0; shift -= 8) text += static_cast<char>((tag >> shift) & 0xFF);
+    // Short tags are padded with spaces, which nobody types.
+    return text.substr(0, text.find_last_not_of(' ') + 1);
 }
 
 void CFontFace::SizeOutline(int32_t size) {

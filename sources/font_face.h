@@ -6,10 +6,14 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include <ft2build.h>
 #include FT_FREETYPE_H
 #include FT_ADVANCES_H
+#include FT_MULTIPLE_MASTERS_H
+
+#include "sources/bitmap_charset.h"
 
 // A face name with its vertical mark split off.
 struct FontRequest {
@@ -18,13 +22,35 @@ struct FontRequest {
 };
 FontRequest ParseFaceName(const std::string& faceName);
 
+// One design-axis value of a variable font ("wght" 700).
+struct FontAxisSetting {
+    std::string Tag;
+    double Value = 0;
+};
 struct FontLocation {
     std::filesystem::path File;
+    // FreeType's face index: the face of a collection in the low 16 bits, a
+    // named instance of a variable font (1 and up) in the high ones.
     int Index = 0;
+    // Design-axis values set over the face's default (or named instance's).
+    std::vector<FontAxisSetting> Axes;
+    // The file's bytes, read once for the faces of several threads (each
+    // mapping its own copy of the file would hold it once per thread); none:
+    // each face opens the file itself.
+    std::shared_ptr<const std::vector<FT_Byte>> Bytes;
 };
+// Reads the file's bytes into the location; leaves it as it was when the
+// file cannot be read whole (the faces then open it by path, as before).
+void LoadFontBytes(FontLocation& location);
 
-// An installed family (case-insensitive) or a font file that FreeType opens;
-// false when the name is neither. With a size (as CFontFace takes it), a
+// A variable font's axis tag as text ("wght").
+std::string AxisTagText(FT_ULong tag);
+
+// "FILE#N", face N of a font collection: the file and N; false for any other name.
+bool SplitFaceNumber(const std::string& name, std::string& file, int& index);
+
+// An installed family (case-insensitive), a font file that FreeType opens, or
+// "FILE#N" for face N of a collection; false when the name is none of them. With a size (as CFontFace takes it), a
 // bitmap family's file whose strike is nearest that size.
 bool ResolveFontName(const std::string& name, FontLocation& out, int32_t size = 0);
 // The face has only bitmap strikes: no grey levels to render.
@@ -49,6 +75,13 @@ public:
     CFontFace(const FontLocation& location, int32_t size);
 
     FT_Face Face() const { return FacePtr.get(); }
+    // The face's glyph for a Unicode code, 0 when it has none; bitmap faces
+    // numbered in another character set are looked up through its table.
+    FT_UInt GlyphIndex(char16_t code) const {
+        if (!Charset) return FT_Get_Char_Index(FacePtr.get(), code);
+        const uint32_t charCode = Charset->CharCode(code);
+        return charCode ? FT_Get_Char_Index(FacePtr.get(), charCode) : 0;
+    }
     bool Scalable() const { return FT_IS_SCALABLE(FacePtr.get()); }
 
     // tmAscent, tmDescent, tmHeight, tmMaxCharWidth equivalents in pixels.
@@ -60,9 +93,12 @@ public:
     FT_F26Dot6 Ppem26 = 0;
 
 private:
+    void SetAxes(const std::vector<FontAxisSetting>& axes);
     void SizeOutline(int32_t size);
     void SizeBitmap(int32_t size);
 
+    std::shared_ptr<const std::vector<FT_Byte>> Bytes;  // outlives the face that reads it
     FtLibraryPtr Library;
     FtFacePtr FacePtr;
+    std::unique_ptr<CCharsetMap> Charset;
 };

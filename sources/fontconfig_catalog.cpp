@@ -2,6 +2,7 @@
 #include "sources/font_catalog.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cmath>
 #include <map>
 #include <memory>
@@ -10,6 +11,7 @@
 #include <hb-ot.h>
 #include <hb.h>
 
+#include "sources/font_source_checks.h"
 #include "sources/font_style.h"
 #include "sources/fontconfig_support.h"
 
@@ -21,7 +23,16 @@ struct Family {
     bool HasVerticalForms = false;
     std::string CheckedFile;
     std::set<std::string> Styles;
+    std::set<std::string> CollectionFaces;
+    std::set<std::string> Instances;
+    std::vector<FontFaceInfo::Axis> Axes;
 };
+
+bool IsCollectionFile(const std::string& path) {
+    const std::size_t dot = path.rfind('.');
+    const std::string ext = dot == std::string::npos ? "" : path.substr(dot + 1);
+    return ext == "ttc" || ext == "TTC" || ext == "otc" || ext == "OTC";
+}
 
 std::string Lower(const std::string& s) {
     std::string r = s;
@@ -58,6 +69,23 @@ bool CoversEastAsian(FcPattern* font) {
     return false;
 }
 
+// What a path names of the font: a face of a collection, a named instance,
+// the axes of a variable font.
+void AddFaceDetails(Family& f, FcPattern* font, const std::string& file, int index) {
+    if (file.empty()) return;
+    if (IsCollectionFile(file)) f.CollectionFaces.insert(file + "#" + std::to_string(index & 0xFFFF));
+    FcChar8* style = nullptr;
+    if ((index >> 16) != 0 && FcPatternGetString(font, FC_STYLE, 0, &style) == FcResultMatch)
+        f.Instances.insert(reinterpret_cast<const char*>(style));
+    // Files of one family may vary along different axes: the one with most is shown.
+    FcBool variable = FcFalse;
+    if (FcPatternGetBool(font, FC_VARIABLE, 0, &variable) != FcResultMatch || !variable) return;
+    const auto axes = FontAxes({file, index & 0xFFFF, {}, nullptr});
+    if (axes.size() <= f.Axes.size()) return;
+    f.Axes.clear();
+    for (const auto& a : axes) f.Axes.push_back({a.Tag, a.Min, a.Default, a.Max});
+}
+
 // The files of the matched font's family and style: bitmap families usually
 // ship one file per size.
 std::vector<FontLocation> StyleFiles(FcPattern* match, const std::string& family) {
@@ -76,7 +104,10 @@ std::vector<FontLocation> StyleFiles(FcPattern* match, const std::string& family
         int index = 0;
         if (IsScalablePattern(font) || FcPatternGetString(font, FC_FILE, 0, &file) != FcResultMatch) continue;
         FcPatternGetInteger(font, FC_INDEX, 0, &index);
-        files.push_back({reinterpret_cast<const char*>(file), index});
+        FontLocation location;
+        location.File = reinterpret_cast<const char*>(file);
+        location.Index = index;
+        files.push_back(location);
     }
     return files;
 }
@@ -101,11 +132,32 @@ bool FindInstalledFamily(const std::string& family, InstalledFamilyMatch& out) {
     if (FcPatternGetString(match.get(), FC_FILE, 0, &file) != FcResultMatch) return false;
     int index = 0;
     FcPatternGetInteger(match.get(), FC_INDEX, 0, &index);
-    out.Font = {reinterpret_cast<const char*>(file), index};
+    out.Font = FontLocation();
+    out.Font.File = reinterpret_cast<const char*>(file);
+    out.Font.Index = index;
     out.Scalable = IsScalablePattern(match.get());
     out.StyleFiles = out.Scalable ? std::vector<FontLocation>{} : StyleFiles(match.get(), family);
     return true;
 }
+
+namespace {
+
+// Style names are typed as "Extra Light" as often as "extralight".
+std::string FoldedStyle(const std::string& name) {
+    std::string folded;
+    for (char c : name)
+        if (c != ' ') folded += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    return folded;
+}
+
+bool HasStyle(FcPattern* font, const std::string& wanted) {
+    FcChar8* value = nullptr;
+    for (int i = 0; FcPatternGetString(font, FC_STYLE, i, &value) == FcResultMatch; ++i)
+        if (FoldedStyle(reinterpret_cast<const char*>(value)) == FoldedStyle(wanted)) return true;
+    return false;
+}
+
+}  // namespace
 
 bool ResolveFamilyStyle(const std::string& family, const std::string& style, FontLocation& out) {
     if (!FcInit()) return false;
@@ -118,7 +170,7 @@ bool ResolveFamilyStyle(const std::string& family, const std::string& style, Fon
     if (!fonts) return false;
     for (int i = 0; i < fonts->nfont; ++i) {
         FcPattern* font = fonts->fonts[i];
-        if (!HasName(font, FC_FAMILY, family) || !HasName(font, FC_STYLE, style)) continue;
+        if (!HasName(font, FC_FAMILY, family) || !HasStyle(font, style)) continue;
         FcChar8* file = nullptr;
         if (FcPatternGetString(font, FC_FILE, 0, &file) != FcResultMatch) continue;
         int index = 0;
@@ -135,14 +187,17 @@ std::vector<FontFaceInfo> ListInstalledFaces() {
     if (!FcInit()) return result;
     FcPatternPtr pattern(FcPatternCreate());
     FcObjectSetPtr objects(FcObjectSetBuild(FC_FAMILY, FC_SCALABLE, FC_OUTLINE, FC_PIXEL_SIZE, FC_FILE, FC_INDEX,
-                                            FC_LANG, FC_STYLE, nullptr));
+                                            FC_LANG, FC_STYLE, FC_VARIABLE, FC_COLOR, nullptr));
     FcFontSetPtr fonts(FcFontList(nullptr, pattern.get(), objects.get()));
     if (!fonts) return result;
 
     std::map<std::string, Family> families;
     for (int i = 0; i < fonts->nfont; ++i) {
         FcPattern* font = fonts->fonts[i];
-        const bool isScalable = IsScalablePattern(font);
+        // Colour bitmaps are drawn at any size, in grey levels, as outlines are.
+        FcBool colour = FcFalse;
+        FcPatternGetBool(font, FC_COLOR, 0, &colour);
+        const bool isScalable = IsScalablePattern(font) || colour;
         FcChar8* file = nullptr;
         int index = 0;
         FcPatternGetString(font, FC_FILE, 0, &file);
@@ -155,6 +210,7 @@ std::vector<FontFaceInfo> ListInstalledFaces() {
             if (FcChar8* style = nullptr; FcPatternGetString(font, FC_STYLE, 0, &style) == FcResultMatch)
                 f.Styles.insert(reinterpret_cast<const char*>(style));
             f.Scalable = f.Scalable || isScalable;
+            AddFaceDetails(f, font, file ? reinterpret_cast<const char*>(file) : "", index);
             double px = 0;
             for (int k = 0; !isScalable && FcPatternGetDouble(font, FC_PIXEL_SIZE, k, &px) == FcResultMatch; ++k)
                 f.PixelSizes.insert(static_cast<int>(std::lround(px)));
@@ -174,6 +230,9 @@ std::vector<FontFaceInfo> ListInstalledFaces() {
         if (!f.Scalable) info.PixelSizes.assign(f.PixelSizes.begin(), f.PixelSizes.end());
         info.HasVerticalForms = f.HasVerticalForms;
         info.Styles.assign(f.Styles.begin(), f.Styles.end());
+        info.CollectionFaces.assign(f.CollectionFaces.begin(), f.CollectionFaces.end());
+        info.Instances.assign(f.Instances.begin(), f.Instances.end());
+        info.Axes = f.Axes;
         result.push_back(std::move(info));
     }
     std::stable_sort(result.begin(), result.end(), [](const FontFaceInfo& a, const FontFaceInfo& b) {

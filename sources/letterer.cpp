@@ -16,7 +16,7 @@ CLetterer::~CLetterer() = default;
 
 void CLetterer::Setup(int32_t bpp, int32_t widthType, int32_t fixedWidth, bool vertical) {
     if (bpp < 1 || bpp > 5) ThrowError("Internal Error:\n Invalid input parameter: bpp(%d) exceed range.", bpp);
-    if (widthType < 0 || widthType > 3) ThrowError("Internal Error:\n Invalid width type (%d).", widthType);
+    if (widthType < 0 || widthType >= GlyphWidthTypeCount) ThrowError("Internal Error:\n Invalid width type (%d).", widthType);
     Bpp = bpp;
     WidthType = widthType;
     FixedWidth = fixedWidth;
@@ -30,7 +30,7 @@ void CLetterer::OpenFace(const FontLocation& location, int32_t size) {
     if (Vertical) Forms = std::make_unique<CVerticalForms>(Face->Face());
 }
 
-FT_UInt CLetterer::GlyphIndex(char16_t code) const { return FT_Get_Char_Index(Face->Face(), code); }
+FT_UInt CLetterer::GlyphIndex(char16_t code) const { return Face->GlyphIndex(code); }
 
 void CLetterer::Widen(const FT_Bitmap& bitmap) {
     const int w = static_cast<int>(bitmap.width), h = static_cast<int>(bitmap.rows);
@@ -247,17 +247,17 @@ void CLetterer::BuildGlyph(CGlyph& glyph, const uint8_t* image, std::ptrdiff_t p
 
     int left = 0, right = 0;
     switch (WidthType) {
-    case 1:
+    case WidthKeepSpace:
         if (w == 0) {
             left = cell.OriginX;
             right = cell.Advance - cell.OriginX;
         }
         break;
-    case 2:
+    case WidthIncludeMargin:
         left = cell.OriginX + x0;
         right = cell.Advance - left - w;
         break;
-    case 3:
+    case WidthFixed:
         left = (FixedWidth - w) / 2;
         right = FixedWidth - left - w;
         break;

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "sources/font_face.h"
+#include "sources/glyph_width_type.h"
 
 class CGlyph;
 class CVerticalForms;
@@ -68,7 +69,7 @@ protected:
     bool Render(char16_t code, FT_UInt index, FT_Int32 loadFlags, Bitmap& out);
 
     int32_t Bpp = 1;
-    int32_t WidthType = 0;
+    int32_t WidthType = WidthGlyphOnly;
     int32_t FixedWidth = 0;
     bool Vertical = false;
     int32_t FontAscent = 0;

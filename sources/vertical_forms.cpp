@@ -43,6 +43,10 @@ CVerticalForms::CVerticalForms(FT_Face face)
       HbFont(hb_font_create(HbFace)),
       Buffer(hb_buffer_create()),
       Replaced(hb_set_create()) {
+    // Shaping guesses the language from the locale, read (through setlocale,
+    // not thread-safe) on the first call only: made here, on the thread that
+    // builds the first letterer, before any rendering thread can shape.
+    hb_language_get_default();
     hb_tag_t features[] = {HB_TAG('v', 'r', 't', '2'), HB_TAG('v', 'e', 'r', 't'), HB_TAG_NONE};
     hb_set_t* lookups = hb_set_create();
     hb_ot_layout_collect_lookups(HbFace, HB_OT_TAG_GSUB, nullptr, nullptr, features, lookups);

@@ -13,11 +13,15 @@
 #include <QToolButton>
 
 #include "core/general_exception.h"
+#include "sources/glyph_width_type.h"
 #include "sources/win_font_reader.h"
 #include "ui/icons.h"
 #include "settings/settings_store.h"
 
 namespace {
+
+// The width type of a first start; also what a missing selection is saved as.
+constexpr int FirstStartWidthType = WidthKeepSpace;
 
 const char* Section = "InWin";
 constexpr int FaceItemHeight = 20;
@@ -146,7 +150,7 @@ CInWinDlg::CInWinDlg(const CSettingsStore& settings, QWidget* parent)
 
     FillCombo(LevelsList, LevelItems(), LevelIndexForBpp(Settings.GetInt(Section, "bpp", 1)));
     FillCombo(WidthList, {"glyph only", "glyph only (keep space)", "include margin", "fixed width"},
-              Settings.GetInt(Section, "Width", 1));
+              Settings.GetInt(Section, "Width", FirstStartWidthType));
     connect(FixedEdit, &QLineEdit::textChanged, this,
             [this](const QString& text) { Settings.SetInt(Section, "Fixed", IntFromText(text)); });
     FixedEdit->setText(QString::number(Settings.GetInt(Section, "Fixed", 16)));
@@ -162,7 +166,7 @@ CInWinDlg::CInWinDlg(const CSettingsStore& settings, QWidget* parent)
         SoftAA->setEnabled(bpp != 1);
     });
     connect(WidthList, &QComboBox::activated, this, [this](int index) {
-        Settings.SetInt(Section, "Width", index >= 0 ? index : 1);
+        Settings.SetInt(Section, "Width", index >= 0 ? index : FirstStartWidthType);
         ApplyEnableRules();
     });
     connect(UseWinSize, &QCheckBox::clicked, this, [this](bool on) { Settings.SetBool(Section, "UseWinSize", on); });
@@ -194,8 +198,8 @@ void CInWinDlg::OnNameChosen() {
 }
 
 void CInWinDlg::ApplyEnableRules() {
-    int width = WidthList->currentIndex() >= 0 ? WidthList->currentIndex() : 1;
-    FixedEdit->setEnabled(width == 3);
+    int width = WidthList->currentIndex() >= 0 ? WidthList->currentIndex() : FirstStartWidthType;
+    FixedEdit->setEnabled(width == WidthFixed);
     bool scalable = Faces.IsScalable(CurrentName);
     LevelsList->setCurrentIndex(scalable ? LevelIndexForBpp(Settings.GetInt(Section, "bpp", 1)) : 0);
     LevelsList->setEnabled(scalable);
@@ -212,7 +216,10 @@ std::unique_ptr<CFontReader> CInWinDlg::CreateReader() {
     if (CurrentSize < 1) ThrowError("Parameter Error:\n Invalid Font Size(%d)", CurrentSize);
     int height = UseWinSize->isChecked() ? -CurrentSize : CurrentSize;
     int bpp = BppForLevelIndex(LevelsList->currentIndex());
-    int width = WidthList->currentIndex() >= 0 ? WidthList->currentIndex() : 0;
+    // A reader is built with the first choice when nothing is selected (a
+    // stored value the list does not have), unlike the settings and the
+    // enabling rules, which take the first-start one.
+    int width = WidthList->currentIndex() >= 0 ? WidthList->currentIndex() : WidthGlyphOnly;
     return std::make_unique<CWinFontReader>(CurrentName, height, bpp, width, IntFromText(FixedEdit->text()),
                                             SoftAA->isChecked());
 }

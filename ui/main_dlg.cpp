@@ -69,7 +69,6 @@ QToolButton* MakeArrowButton(QWidget* parent, Qt::ArrowType arrow, const QString
 }  // namespace
 
 CMainDlg::CMainDlg(std::filesystem::path settingsPath) : Settings(std::move(settingsPath)) {
-    g_pPgCtrl = this;
     Messages = std::make_unique<CWarningWnd>(Settings, this);
     Preview = std::make_unique<CPreviewWnd>(Settings, this);
     if (!Settings.Exists()) ShowLicenceNotice();
@@ -94,9 +93,7 @@ CMainDlg::CMainDlg(std::filesystem::path settingsPath) : Settings(std::move(sett
     adjustSize();
 }
 
-CMainDlg::~CMainDlg() {
-    if (g_pPgCtrl == this) g_pPgCtrl = nullptr;
-}
+CMainDlg::~CMainDlg() = default;
 
 void CMainDlg::BuildLayout() {
     auto* root = MakeChild<QVBoxLayout>(this);
@@ -193,26 +190,35 @@ void CMainDlg::BuildLayout() {
     connect(ShowOptionsButton, &QToolButton::clicked, this, [this] { ShowOptions(); });
     connect(HideOptionsButton, &QToolButton::clicked, this, [this] { HideOptions(); });
     auto* escape = MakeChild<QShortcut>(this, QKeySequence(Qt::Key_Escape));
-    connect(escape, &QShortcut::activated, this, [this] { close(); });
+    // The message window, a tool window, shares this shortcut: Esc pressed
+    // there closes it alone.
+    connect(escape, &QShortcut::activated, this, [this] {
+        QWidget* active = QApplication::activeWindow();
+        if (active == Messages.get() || active == Preview.get()) active->close();
+        else close();
+    });
 }
 
-void CMainDlg::SelectInput() {
-    int index = InputTabs->currentIndex();
+namespace {
+
+// Makes the panel of the current tab the current one (a tab past the panels
+// counts as the last) and remembers the tab under key.
+template <class Panel, std::size_t N>
+void SelectPanel(const QTabWidget& tabs, const std::array<Panel*, N>& panels, Panel*& current,
+                 CSettingsStore& settings, const char* key) {
+    const int index = tabs.currentIndex();
     if (index < 0) return;
-    CInDlg* panel = InputPanels[static_cast<std::size_t>(std::min(index, 3))];
-    if (panel == CurrentInput) return;
-    CurrentInput = panel;
-    Settings.SetInt("Main", "InputSelect", index);
+    Panel* panel = panels[std::min(static_cast<std::size_t>(index), N - 1)];
+    if (panel == current) return;
+    current = panel;
+    settings.SetInt("Main", key, index);
 }
 
-void CMainDlg::SelectOutput() {
-    int index = OutputTabs->currentIndex();
-    if (index < 0) return;
-    COutDlg* panel = OutputPanels[static_cast<std::size_t>(std::min(index, 1))];
-    if (panel == CurrentOutput) return;
-    CurrentOutput = panel;
-    Settings.SetInt("Main", "OutputSelect", index);
-}
+}  // namespace
+
+void CMainDlg::SelectInput() { SelectPanel(*InputTabs, InputPanels, CurrentInput, Settings, "InputSelect"); }
+
+void CMainDlg::SelectOutput() { SelectPanel(*OutputTabs, OutputPanels, CurrentOutput, Settings, "OutputSelect"); }
 
 void CMainDlg::OnUseFilterClicked() {
     bool on = UseFilterCheck->isChecked();
@@ -421,8 +427,17 @@ void CMainDlg::showEvent(QShowEvent* event) {
     // Sizes measured before the first show miss the style's final metrics.
     if (!event->spontaneous() && !Shown) {
         adjustSize();
-        // The window starts in the middle of its screen.
-        if (QScreen* where = screen()) move(CentredTopLeft(where->availableGeometry(), frameGeometry().size()));
+        // The window starts in the middle of its screen, and wholly on it.
+        if (QScreen* where = screen()) {
+            const QRect area = where->availableGeometry();
+            const QSize frame = frameGeometry().size();
+            const QRect fitted = FitInside(area, QRect(CentredTopLeft(area, frame), frame));
+            resize(fitted.size() - (frame - size()));
+            move(fitted.topLeft());
+        }
+        // A warning of the start-up opened the message window before this
+        // window had its place; it moves beside it now.
+        if (Messages->IsShown()) Messages->Show(this);
     }
     Shown = true;
     CDlg::showEvent(event);

@@ -1,6 +1,7 @@
 // The one window of the program: input tabs, filter row, output tabs,
-// progress, status and Convert. It runs conversions on its own thread,
-// pumping events from the progress calls so that Cancel can be pressed.
+// progress, status and Convert. It is also the progress interface and the
+// front end of the conversions it runs, on the window's own thread, pumping
+// events from the progress calls so that Cancel can be pressed.
 #pragma once
 
 #include <array>
@@ -77,6 +78,8 @@ public:
 
     CSettingsStore Settings;
     GlyphOrderList GlyphOrders;
+    // The window is the progress interface of everything while it lives.
+    CPgCtrlScope PgScope{*this};
     std::unique_ptr<CWarningWnd> Messages;
     std::unique_ptr<CPreviewWnd> Preview;
 

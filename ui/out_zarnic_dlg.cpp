@@ -141,14 +141,17 @@ std::unique_ptr<CFontWriter> COutZarnicDlg::CreateWriter() {
     if (encoding < 0 || encoding >= EncodingCount)
         throw CGeneralException("Parameter Error:\n Outout encoding is not selected.");
     std::string path = FontField->GetText();
-    uint16_t alternate = UseDefault[AlterChar]->isChecked() ? NotGiven
-                                                            : ParseAlternateChar(FromQ(Edits[AlterChar]->text()), encoding);
-    int rotation = 0;
+    ZglyWriterOptions options;
+    if (!UseDefault[AlterChar]->isChecked())
+        options.AlternateChar = ParseAlternateChar(FromQ(Edits[AlterChar]->text()), encoding);
+    options.LineHeight = NumberOrDefault(LineHeight);
+    options.DefaultLeftSpace = NumberOrDefault(DefaultLeft);
+    options.DefaultWidth = NumberOrDefault(DefaultWidth);
+    options.DefaultRightSpace = NumberOrDefault(DefaultRight);
+    options.Encoding = static_cast<EncodingNumber>(encoding);
     for (int i = 1; i < 4; ++i)
-        if (RotationRadios[i]->isChecked()) rotation = i;
-    return std::make_unique<CZarnicFontWriter>(path, alternate, NumberOrDefault(LineHeight),
-                                               NumberOrDefault(DefaultWidth), NumberOrDefault(DefaultLeft),
-                                               NumberOrDefault(DefaultRight), encoding, rotation);
+        if (RotationRadios[i]->isChecked()) options.Rotation = i;
+    return std::make_unique<CZarnicFontWriter>(path, options);
 }
 
 void COutZarnicDlg::CommitHistory() { FontField->Commit(); }

@@ -4,6 +4,7 @@
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QImage>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPixmap>
 #include <QPlainTextEdit>
@@ -24,7 +25,7 @@ const char* DefaultSample = "The quick brown fox jumps over the lazy dog.\n01234
 }  // namespace
 
 CPreviewWnd::CPreviewWnd(const CSettingsStore& settings, QWidget* owner)
-    : CDlg(owner, Qt::Window), Settings(settings), Placement(settings, Section, QSize(560, 360)) {
+    : CDlg(owner, Qt::Window), Settings(settings), Placement(*this, settings, Section, QSize(560, 360)) {
     setWindowTitle("glyphwright preview");
     FileLabel = MakeChild<QLabel>(this);
     FileLabel->setTextFormat(Qt::PlainText);
@@ -107,6 +108,7 @@ void CPreviewWnd::Open(const std::filesystem::path& file, QWidget* mainWindow) {
         Placement.Apply(*this, below, QSize(200, 150));
     }
     show();
+    Placement.KeepOnScreen(*this);
     raise();
 }
 
@@ -136,12 +138,8 @@ void CPreviewWnd::ShowError(const std::string& text) {
 
 QString CPreviewWnd::ErrorText() const { return Picture->pixmap().isNull() ? Picture->text() : QString(); }
 
-void CPreviewWnd::moveEvent(QMoveEvent* event) {
-    CDlg::moveEvent(event);
-    Placement.Store(*this);
-}
-
-void CPreviewWnd::resizeEvent(QResizeEvent* event) {
-    CDlg::resizeEvent(event);
-    Placement.Store(*this);
+// Esc closes the preview alone.
+void CPreviewWnd::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape) close();
+    else CDlg::keyPressEvent(event);
 }

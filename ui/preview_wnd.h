@@ -38,8 +38,7 @@ public:
     QLabel* Picture;
 
 protected:
-    void moveEvent(QMoveEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void ShowError(const std::string& text);

@@ -1,6 +1,7 @@
 #include "ui/warning_wnd.h"
 
 #include <QCloseEvent>
+#include <QKeyEvent>
 #include <QGuiApplication>
 #include <QPlainTextEdit>
 #include <QScreen>
@@ -18,7 +19,7 @@ CWarningWnd::CWarningWnd(const CSettingsStore& settings, QWidget* owner)
     // the main window.
     : CDlg(owner, Qt::Tool),
       Settings(settings),
-      Placement(settings, Section, QSize(400, 200)),
+      Placement(*this, settings, Section, QSize(400, 200)),
       View(MakeChild<QPlainTextEdit>(this)) {
     setWindowTitle("glyphwright message");
     setAttribute(Qt::WA_ShowWithoutActivating);
@@ -82,6 +83,7 @@ void CWarningWnd::Show(QWidget* mainWindow) {
                                : QPoint(0, 0);
     Placement.Apply(*this, beside);
     show();
+    Placement.KeepOnScreen(*this);
     raise();
     View->verticalScrollBar()->setValue(View->verticalScrollBar()->maximum());
 }
@@ -91,14 +93,11 @@ void CWarningWnd::Close() {
     hide();
 }
 
-void CWarningWnd::moveEvent(QMoveEvent* event) {
-    CDlg::moveEvent(event);
-    Placement.Store(*this);
-}
 
-void CWarningWnd::resizeEvent(QResizeEvent* event) {
-    CDlg::resizeEvent(event);
-    Placement.Store(*this);
+// Esc closes this window, as it closes a dialog, and never the main window.
+void CWarningWnd::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape) close();
+    else CDlg::keyPressEvent(event);
 }
 
 void CWarningWnd::closeEvent(QCloseEvent* event) {

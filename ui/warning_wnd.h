@@ -32,9 +32,8 @@ public:
     static constexpr int MaxWarnings = 100;
 
 protected:
-    void moveEvent(QMoveEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void AddText(const std::string& text);

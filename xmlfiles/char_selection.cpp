@@ -5,6 +5,8 @@
 #include "core/font_filter.h"
 #include "core/general_exception.h"
 #include "core/pg_ctrl.h"
+#include "core/text_decoding.h"
+#include "core/utf8.h"
 #include "xmlfiles/font_filter_handler.h"
 #include "zgly/binary_file.h"
 #include "zgly/path_checks.h"
@@ -12,27 +14,6 @@
 namespace {
 
 constexpr uint16_t Space = 0x0020;
-
-// Decodes one UTF-8 sequence at text[at]; returns its length, or 0 when the
-// bytes there are not valid UTF-8 (overlong forms and surrogates included).
-std::size_t DecodeUtf8(std::string_view text, std::size_t at, uint32_t& cp) {
-    const auto b = static_cast<unsigned char>(text[at]);
-    std::size_t len;
-    uint32_t min;
-    if (b < 0x80) { cp = b; return 1; }
-    if ((b & 0xE0) == 0xC0) { len = 2; cp = b & 0x1F; min = 0x80; }
-    else if ((b & 0xF0) == 0xE0) { len = 3; cp = b & 0x0F; min = 0x800; }
-    else if ((b & 0xF8) == 0xF0) { len = 4; cp = b & 0x07; min = 0x10000; }
-    else return 0;
-    if (at + len > text.size()) return 0;
-    for (std::size_t k = 1; k < len; ++k) {
-        const auto c = static_cast<unsigned char>(text[at + k]);
-        if ((c & 0xC0) != 0x80) return 0;
-        cp = (cp << 6) | (c & 0x3F);
-    }
-    if (cp < min || cp > 0x10FFFF || (cp >= 0xD800 && cp <= 0xDFFF)) return 0;
-    return len;
-}
 
 // Adds characters to a filter; a character the 16-bit codes cannot hold is
 // reported once however often it occurs.
@@ -53,17 +34,22 @@ public:
 
     // Every character of UTF-8 text but a byte-order mark and line ends.
     // what names the text in the message for bytes that are not UTF-8.
-    void AddText(std::string_view text, const std::string& what) {
-        std::size_t at = 0;
+    // Returns the number of characters read.
+    std::size_t AddText(std::string_view text, const std::string& what) {
+        std::size_t at = 0, count = 0;
         if (text.substr(0, 3) == "\xEF\xBB\xBF") at = 3;
         while (at < text.size()) {
-            uint32_t cp = 0;
+            char32_t cp = 0;
             const std::size_t len = DecodeUtf8(text, at, cp);
             if (len == 0)
                 ThrowError("Parameter Error:\n %s is not valid UTF-8 (at byte offset %d).", what, static_cast<int>(at));
-            if (cp != '\n' && cp != '\r') Add(cp);
+            if (cp != '\n' && cp != '\r') {
+                Add(cp);
+                ++count;
+            }
             at += len;
         }
+        return count;
     }
 
     void AddRange(uint32_t first, uint32_t last) {
@@ -82,11 +68,27 @@ private:
     std::set<uint32_t> Warned;
 };
 
-void LoadTextFile(CCharCollector& chars, const std::filesystem::path& path) {
-    if (path.empty() || !FileExists(path)) ThrowError("Parameter Error:\n Characters file(%s) does not exist.", path.string());
+void LoadTextFile(CCharCollector& chars, const std::filesystem::path& path, int encoding) {
+    if (path.empty() || !FileExists(path)) ThrowError("Parameter Error:\n Characters file(%s) does not exist.", path);
     const std::vector<uint8_t> bytes = ReadWholeFile(path);
-    chars.AddText(std::string_view(reinterpret_cast<const char*>(bytes.data()), bytes.size()),
-                  FormatString("Characters file(%s)", path.string()));
+    const std::string what = FormatString("Characters file(%s)", path);
+    // A text file cut short in a build must not pass unnoticed.
+    const std::string text =
+        DecodeTextToUtf8(std::string_view(reinterpret_cast<const char*>(bytes.data()), bytes.size()), encoding, what);
+    if (chars.AddText(text, what) == 0)
+        ReportWarning(g_pPgCtrl, "%s holds no character.", what);
+}
+
+// Refuses a selection whose characters are only the space, which a run would
+// turn into a font of one blank glyph. names says where the characters came from.
+void CheckNotEmpty(const CFontFilter& filter, const std::vector<std::string>& names) {
+    for (const auto& [code, in] : filter.Letters)
+        if (in && code != Space) return;
+    std::string list;
+    for (std::size_t i = 0; i < names.size(); ++i)
+        list += (i == 0 ? "" : i + 1 == names.size() ? " and " : ", ") + names[i];
+    ThrowError("Parameter Error:\n Nothing to convert: %s %s no character but the space.", list,
+               names.size() == 1 ? "holds" : "hold");
 }
 
 bool IsTextFile(const std::filesystem::path& path) {
@@ -95,20 +97,8 @@ bool IsTextFile(const std::filesystem::path& path) {
     return ext == ".txt";
 }
 
-}  // namespace
-
-void LoadCharSelection(CFontFilter& filter, const CharSelection& selection) {
-    // A filter file only adds characters, so it is read straight into the union.
-    if (selection.UseFilterFile) LoadFilterFile(filter, selection.FilterFile);
-    CCharCollector chars(filter);
-    for (const auto& text : selection.Texts) chars.AddText(text, "The characters text");
-    for (const auto& path : selection.TextFiles) LoadTextFile(chars, path);
-    for (const auto& [first, last] : selection.Ranges) chars.AddRange(first, last);
-    filter.Letters[Space] = true;
-    filter.PassAll = false;
-}
-
-void LoadFilterFile(CFontFilter& filter, const std::filesystem::path& path) {
+// The filter field's file, read into the filter without the emptiness check.
+void LoadFilterInto(CFontFilter& filter, const std::filesystem::path& path, int encoding) {
     if (path.empty())
         throw CGeneralException("Parameter Error:\n \"Use Filter\" checked, but filter file path not specified.");
     if (!IsTextFile(path)) {
@@ -116,7 +106,42 @@ void LoadFilterFile(CFontFilter& filter, const std::filesystem::path& path) {
         return;
     }
     CCharCollector chars(filter);
-    LoadTextFile(chars, path);
+    LoadTextFile(chars, path, encoding);
     filter.Letters[Space] = true;
     filter.PassAll = false;
+}
+
+}  // namespace
+
+void LoadCharSelection(CFontFilter& filter, const CharSelection& selection) {
+    std::vector<std::string> names;
+    // A filter file only adds characters, so it is read straight into the union.
+    if (selection.UseFilterFile) {
+        LoadFilterInto(filter, selection.FilterFile, selection.TextEncoding);
+        names.push_back(FormatString("Filter file(%s)", selection.FilterFile.string()));
+    }
+    CCharCollector chars(filter);
+    for (const auto& text : selection.Texts) {
+        chars.AddText(text, "The characters text");
+        names.push_back(FormatString("the characters text(%s)", text));
+    }
+    for (const auto& path : selection.TextFiles) {
+        LoadTextFile(chars, path, selection.TextEncoding);
+        names.push_back(FormatString("Characters file(%s)", path));
+    }
+    for (const auto& [first, last] : selection.Ranges) {
+        chars.AddRange(first, last);
+        names.push_back(first == last ? FormatString("the range U+%04X", static_cast<int>(first))
+                                      : FormatString("the range U+%04X-U+%04X", static_cast<int>(first),
+                                                     static_cast<int>(last)));
+    }
+    filter.Letters[Space] = true;
+    filter.PassAll = false;
+    // A filter file alone keeps the window's behaviour, empty or not.
+    if (names.size() > 1 || !selection.UseFilterFile || IsTextFile(selection.FilterFile)) CheckNotEmpty(filter, names);
+}
+
+void LoadFilterFile(CFontFilter& filter, const std::filesystem::path& path) {
+    LoadFilterInto(filter, path, TextEncodingAuto);
+    if (IsTextFile(path)) CheckNotEmpty(filter, {FormatString("Filter file(%s)", path)});
 }

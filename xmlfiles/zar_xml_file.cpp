@@ -1,6 +1,7 @@
 #include "xmlfiles/zar_xml_file.h"
 
 #include "core/general_exception.h"
+#include "core/utf8.h"
 
 namespace {
 

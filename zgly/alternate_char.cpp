@@ -5,6 +5,7 @@
 
 #include "core/codepage.h"
 #include "core/general_exception.h"
+#include "core/utf8.h"
 
 uint16_t ParseAlternateChar(std::string_view text, int encoding) {
     std::u16string units = Utf8ToUtf16(text);
@@ -15,8 +16,7 @@ uint16_t ParseAlternateChar(std::string_view text, int encoding) {
     auto number = static_cast<uint16_t>(std::strtoul(copy.c_str(), nullptr, 0) & 0xFFFF);
     if (encoding < 0 || encoding >= EncodingCount)
         throw CGeneralException("Parameter Error:\n Outout encoding is not selected.");
-    int codePage = EncodingCodePage(encoding);
-    uint16_t result = codePage < 0 ? number : CodePageToUnicode(codePage, number);
+    const uint16_t result = FileCodeToUnicode(encoding, number);
     if (result == NoChar)
         ThrowError("Parameter Error:\n Can't represent AlternateChar(0x%04X) in the Unicode character set.\n Please "
                    "use other AlternateChar.",

@@ -52,16 +52,16 @@ void ExtractGlyphImage(const uint8_t* cell, const CCellLayout& layout, int glyph
     out.Width = w;
     out.Height = h;
     out.Origin = layout.Baseline;
-    if (rotation == 1) RotateCounterClockwise(work, work, w, h, bpp);
-    if (rotation == 2) Rotate180(work, work, w, h, bpp);
-    if (rotation == 3) RotateClockwise(work, work, w, h, bpp);
+    if (rotation == RotationClockwise) RotateCounterClockwise(work, work, w, h, bpp);
+    if (rotation == RotationHalf) Rotate180(work, work, w, h, bpp);
+    if (rotation == RotationCounterClockwise) RotateClockwise(work, work, w, h, bpp);
     if (layout.Turned()) std::swap(out.Width, out.Height);
     // Where the writer kept the glyph's far side at the cell's edge, the
     // origin moves with the columns left out.
-    if ((!vertical && rotation == 1) || (vertical && rotation == 0)) out.Origin += w - cw;
+    if ((!vertical && rotation == RotationClockwise) || (vertical && rotation == RotationNone)) out.Origin += w - cw;
 
     out.Extent = w;
-    const bool inkExtent = vertical ? (rotation == 0 || rotation == 2) : layout.Turned();
+    const bool inkExtent = vertical ? (rotation == RotationNone || rotation == RotationHalf) : layout.Turned();
     if (inkExtent) {
         InkBox box;
         FindInkBox(box, work, out.Width, out.Height, bpp, 0);

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "zgly/zgly_format.h"
+
 class CFontBlockSet;
 
 // The CGLP values that decide how cells are stored.
@@ -17,7 +19,7 @@ struct CCellLayout {
     bool Vertical = false;
     int Rotation = 0;      // 0..3: none, quarter clockwise, half, quarter counter-clockwise
 
-    bool Turned() const { return Rotation == 1 || Rotation == 3; }
+    bool Turned() const { return Rotation == zgly::RotationClockwise || Rotation == zgly::RotationCounterClockwise; }
     // The cell as the writer drew it, before any turn.
     int UprightWidth() const { return Turned() ? StoredHeight : StoredWidth; }
     int UprightHeight() const { return Turned() ? StoredWidth : StoredHeight; }

@@ -32,8 +32,7 @@ struct CFontBlock {
 class CFontBlockSet {
 public:
     void AddBlock(uint32_t tag, const uint8_t* content, uint32_t length);
-    // Takes the content over instead of copying it (the writer's glyph block
-    // is megabytes).
+    // Takes the content over instead of copying it.
     void AddBlock(uint32_t tag, std::vector<uint8_t> content);
     // The index-th block of a tag, or nullptr.
     CFontBlock* GetBlock(uint32_t tag, uint32_t index);

@@ -12,26 +12,15 @@
 
 using namespace zgly;
 
-namespace {
-
-char16_t FileCodeToUnicode(int encoding, uint16_t code) {
-    int codePage = EncodingCodePage(encoding);
-    return codePage < 0 ? static_cast<char16_t>(code) : CodePageToUnicode(codePage, code);
-}
-
-}  // namespace
-
 void CZarnicFontReader::CheckParameters() { CheckNativeFontFile(Path); }
 
 void CZarnicFontReader::Read(CFontData& font, const CFontFilter& filter) {
     CPgCtrl* pg = g_pPgCtrl;
-    if (pg) {
-        pg->SetStatus(" Reading ZARNIC Font...");
-        pg->ResetProgress();
-    }
+    pg->SetStatus(" Reading ZARNIC Font...");
+    pg->ResetProgress();
     CFontBlockSet blocks;
     CFontBlockFile(Path).Load(blocks);
-    if (pg) pg->SetProgressRange(0x10000);
+    pg->SetProgressRange(0x10000);
 
     // Load has checked that both blocks exist and are large enough.
     const uint8_t* info = blocks.GetBlock(TagFINF, 0)->Data();
@@ -52,7 +41,7 @@ void CZarnicFontReader::Read(CFontData& font, const CFontFilter& filter) {
     for (uint32_t c = 0; c <= 0xFFFF; ++c) {
         const uint16_t code = static_cast<uint16_t>(c);
         const uint16_t g = walker.GlyphOf(code);
-        if (pg) pg->StepProgress(1);
+        pg->StepProgress(1);
         if (g == NoGlyph) continue;
         const char16_t u = FileCodeToUnicode(encoding, code);
         if (u == NoChar) {

@@ -24,15 +24,7 @@ constexpr int MaxByte = 255;
 
 bool Given(int32_t v) { return v != NotGiven; }
 
-// The code a Unicode character has in the output encoding, 0xFFFF when none.
-uint16_t OutputCode(int encoding, uint16_t unicode) {
-    int codePage = EncodingCodePage(encoding);
-    return codePage < 0 ? unicode : UnicodeToCodePage(codePage, static_cast<char16_t>(unicode));
-}
-
-void Step(int d) {
-    if (g_pPgCtrl) g_pPgCtrl->StepProgress(d);
-}
+void Step(int d) { g_pPgCtrl->StepProgress(d); }
 
 }  // namespace
 
@@ -52,7 +44,7 @@ CZarnicFontWriter::OutputGlyphs CZarnicFontWriter::Recode(const CFontData& font)
     // kept and a later one that differs is reported.
     std::vector<int32_t> slotOf(0x10000, -1);
     for (const auto& glyph : font.GetGlyphs()) {
-        uint16_t code = OutputCode(Encoding, glyph->Code);
+        uint16_t code = UnicodeToFileCode(Encoding, glyph->Code);
         if (code == NoChar) {
             ReportWarning(g_pPgCtrl, "Can't represent output character('%c': U+%04X) in the specified character set.",
                           static_cast<char16_t>(glyph->Code), static_cast<int>(glyph->Code));
@@ -88,13 +80,11 @@ void CZarnicFontWriter::CheckDefaultWidths(const CFontData& font) const {
 
 void CZarnicFontWriter::Write(CFontData& font, const CGlyphOrder& order) {
     (void)order;
-    if (g_pPgCtrl) {
-        g_pPgCtrl->SetStatus(" Writing ZARNIC Font...");
-        g_pPgCtrl->ResetProgress();
-    }
+    g_pPgCtrl->SetStatus(" Writing ZARNIC Font...");
+    g_pPgCtrl->ResetProgress();
     const OutputGlyphs glyphs = Recode(font);
     CheckDefaultWidths(font);
-    if (g_pPgCtrl) g_pPgCtrl->SetProgressRange(3 * static_cast<int>(glyphs.size()));
+    g_pPgCtrl->SetProgressRange(3 * static_cast<int>(glyphs.size()));
     CheckCellLimits(font);
 
     // Everything but the glyph cells is made first; the cells, tens of
@@ -130,7 +120,7 @@ void CZarnicFontWriter::AddFontInfo(const CFontData& font, const OutputGlyphs& g
     else if (font.AlternateChar.Specified && font.AlternateChar.Value != NoChar)
         a = font.AlternateChar.Value;
     if (a != NoChar) {
-        uint16_t code = OutputCode(Encoding, a);
+        uint16_t code = UnicodeToFileCode(Encoding, a);
         if (code == NoChar)
             ThrowError("Parameter Error:\n Can't represent AlternateChar('%c': U+%04X) in the target character set.\n "
                        "Please use Unicode character set or other AlternateChar.",
@@ -180,7 +170,7 @@ void CZarnicFontWriter::WriteGlyphCells(const CFontData& font, const OutputGlyph
     const bool vertical = font.Vertical();
     const std::size_t cellSize = (static_cast<std::size_t>(w) * h * bpp + 7) / 8;
 
-    const bool turned = Rotation == 1 || Rotation == 3;
+    const bool turned = Rotation == RotationClockwise || Rotation == RotationCounterClockwise;
     uint8_t head[CglpHeadSize] = {};
     head[CglpCellWidth] = static_cast<uint8_t>(turned ? h : w);
     head[CglpCellHeight] = static_cast<uint8_t>(turned ? w : h);
@@ -203,25 +193,25 @@ void CZarnicFontWriter::WriteGlyphCells(const CFontData& font, const OutputGlyph
         const int inkW = glyph.Ink.Width(), inkH = glyph.Ink.Height();
         if (!vertical) {
             RenderToCell(glyph, cell, w, h, baseline, w, bpp);
-            if (Rotation == 1) {
+            if (Rotation == RotationClockwise) {
                 RotateClockwise(cell, cell, w, h, bpp);
-            } else if (Rotation == 2) {
+            } else if (Rotation == RotationHalf) {
                 // Turned half round, the ink must end at the left edge again.
                 std::fill(scratch.begin(), scratch.end(), 0);
                 CopyRect(scratch.data(), cell, w, w, 0, 0, inkW, h, w - inkW, 0, bpp);
                 Rotate180(cell, scratch.data(), w, h, bpp);
-            } else if (Rotation == 3) {
+            } else if (Rotation == RotationCounterClockwise) {
                 RotateCounterClockwise(cell, cell, w, h, bpp);
             }
         } else {
             RenderToCell(glyph, cell, w, h, glyph.Ascent, baseline, bpp);
-            if (Rotation == 1) {
+            if (Rotation == RotationClockwise) {
                 std::fill(scratch.begin(), scratch.end(), 0);
                 CopyRect(scratch.data(), cell, w, w, 0, 0, w, inkH, 0, h - inkH, bpp);
                 RotateClockwise(cell, scratch.data(), w, h, bpp);
-            } else if (Rotation == 2) {
+            } else if (Rotation == RotationHalf) {
                 Rotate180(cell, cell, w, h, bpp);
-            } else if (Rotation == 3) {
+            } else if (Rotation == RotationCounterClockwise) {
                 RotateCounterClockwise(cell, cell, w, h, bpp);
             }
         }
@@ -240,9 +230,9 @@ CharWidths CZarnicFontWriter::WidthEntry(const CFontData& work, const CGlyph& g)
         left = g.LeftSpace;
         charWidth = g.LeftSpace + w + g.RightSpace;
         extent = w;
-        if (Rotation == 1)
+        if (Rotation == RotationClockwise)
             glyphWidth = work.CellHeight.Value - baseline + g.Ascent;
-        else if (Rotation == 3)
+        else if (Rotation == RotationCounterClockwise)
             glyphWidth = h + baseline - g.Ascent;
         else
             glyphWidth = w;
@@ -250,9 +240,9 @@ CharWidths CZarnicFontWriter::WidthEntry(const CFontData& work, const CGlyph& g)
         left = g.TopSpace;
         charWidth = g.TopSpace + h + g.BottomSpace;
         extent = h;
-        if (Rotation == 0)
+        if (Rotation == RotationNone)
             glyphWidth = g.RightExtent - baseline + work.CellWidth.Value;
-        else if (Rotation == 2)
+        else if (Rotation == RotationHalf)
             glyphWidth = w - g.RightExtent + baseline;
         else
             glyphWidth = h;

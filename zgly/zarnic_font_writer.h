@@ -5,27 +5,37 @@
 #include <memory>
 #include <vector>
 
+#include "core/codepage.h"
 #include "core/font_data.h"
 #include "core/font_io.h"
 
 class CBinaryFile;
 class CFontBlockSet;
 
-// A numeric parameter that is not given; the font's own value is used.
-inline constexpr int32_t NotGiven = 0xFFFF;
+// What the output panel and the command line choose; NotGiven takes the
+// font's own value.
+struct ZglyWriterOptions {
+    uint16_t AlternateChar = NotGiven;
+    int32_t LineHeight = NotGiven;
+    int32_t DefaultLeftSpace = NotGiven;
+    int32_t DefaultWidth = NotGiven;
+    int32_t DefaultRightSpace = NotGiven;
+    EncodingNumber Encoding = EncodingUtf16;
+    // A zgly::CellRotation, 0 to 3.
+    int32_t Rotation = 0;
+};
 
 class CZarnicFontWriter : public CFontWriter {
 public:
-    CZarnicFontWriter(std::filesystem::path path, uint16_t alternateChar, int32_t lineHeight, int32_t defaultWidth,
-                      int32_t defaultLeftSpace, int32_t defaultRightSpace, int32_t encoding, int32_t rotation)
+    CZarnicFontWriter(std::filesystem::path path, const ZglyWriterOptions& options)
         : CFontWriter(std::move(path)),
-          AlternateChar(alternateChar),
-          LineHeight(lineHeight),
-          DefaultWidth(defaultWidth),
-          DefaultLeftSpace(defaultLeftSpace),
-          DefaultRightSpace(defaultRightSpace),
-          Rotation(rotation),
-          Encoding(encoding) {}
+          AlternateChar(options.AlternateChar),
+          LineHeight(options.LineHeight),
+          DefaultWidth(options.DefaultWidth),
+          DefaultLeftSpace(options.DefaultLeftSpace),
+          DefaultRightSpace(options.DefaultRightSpace),
+          Rotation(options.Rotation),
+          Encoding(options.Encoding) {}
     void CheckParameters() override;
     void Write(CFontData& font, const CGlyphOrder& order) override;
 
@@ -35,7 +45,7 @@ public:
     int32_t DefaultLeftSpace;
     int32_t DefaultRightSpace;
     int32_t Rotation;
-    int32_t Encoding;
+    EncodingNumber Encoding;
 
 private:
     // A glyph of the font under its output code; its position in the sorted

@@ -4,6 +4,8 @@
 
 #include <cstdint>
 
+#include "core/little_endian.h"
+
 namespace zgly {
 
 inline constexpr uint32_t Magic = 0x5A474C59;  // the bytes "YLGZ"
@@ -65,19 +67,14 @@ inline constexpr uint16_t MethodScan = 2;
 
 inline constexpr uint16_t NoGlyph = 0xFFFF;
 
-inline uint16_t GetU16(const uint8_t* p) { return static_cast<uint16_t>(p[0] | (p[1] << 8)); }
-inline uint32_t GetU32(const uint8_t* p) {
-    return static_cast<uint32_t>(p[0]) | (static_cast<uint32_t>(p[1]) << 8) | (static_cast<uint32_t>(p[2]) << 16) |
-           (static_cast<uint32_t>(p[3]) << 24);
-}
-inline void PutU16(uint8_t* p, uint32_t v) {
-    p[0] = static_cast<uint8_t>(v);
-    p[1] = static_cast<uint8_t>(v >> 8);
-}
-inline void PutU32(uint8_t* p, uint32_t v) {
-    PutU16(p, v);
-    PutU16(p + 2, v >> 16);
-}
+// How the cells are turned in the file (the CGLP flags hold it doubled).
+enum CellRotation : int32_t {
+    RotationNone = 0,
+    RotationClockwise = 1,  // a quarter turn clockwise
+    RotationHalf = 2,
+    RotationCounterClockwise = 3,  // a quarter turn counter-clockwise
+};
+
 // A block's size in a file: header plus content, padded to a multiple of 4.
 inline uint32_t PaddedBlockSize(uint32_t contentLength) { return BlockHeaderSize + ((contentLength + 3) & ~3u); }
 

@@ -22,7 +22,6 @@ std::string OrderFile(const std::string& order, int width = 4) {
 class BmpFontEdits : public ::testing::Test {
 protected:
     void SetUp() override {
-        g_pPgCtrl = &Pg;
         CFontData font;
         font.Bpp.Set(2);
         std::vector<uint32_t> a(6 * 8, 0), b(6 * 8, 0);
@@ -37,7 +36,6 @@ protected:
         WriteGridPicture(font, Bmp, Order, true, {8, 10, 1, 1, 0, 0});
         Pg.Warnings.clear();
     }
-    void TearDown() override { g_pPgCtrl = nullptr; }
 
     // A, B, C and D at the given depth in Grid, level values running through every grey.
     void WriteGrid(int bpp) {
@@ -71,6 +69,7 @@ protected:
 
     CTempDir Dir;
     CHeadlessPgCtrl Pg;
+    CPgCtrlScope PgScope{Pg};
     std::filesystem::path Order = Dir.Write("ab.xlor", OrderFile("AB<sp/><null/>")), Bmp = Dir / "ab.bmp";
     std::filesystem::path Abcd = Dir.Write("abcd.xlor", OrderFile("ABCD")), Grid = Dir / "grid.bmp";
     std::unique_ptr<CFontData> Font;
@@ -174,16 +173,32 @@ TEST_F(BmpFontEdits, MalformedInputsGiveTheirMessages) {
 TEST_F(BmpFontEdits, ColorsTheDepthDropsAndPalettesOutOfOrder) {
     // A 16-level grid read with 2 and 4 colours: 15 greys, black among them.
     WriteGrid(4);
-    for (auto [bpp, colors] : {std::pair{1, 2}, std::pair{2, 4}}) {
+    // The greys the depth lacks are named with the first pixel of each.
+    const std::pair<int, std::string> dropped[] = {
+        {1, "The picture uses 15 ink colors, but 2 colors keep only 1 of them; read it with 16 colors. Colors beyond "
+            "the 2-color grid: #111111 (first at 6,5), #222222 (first at 5,5), #333333 (first at 4,5), #444444 (first "
+            "at 3,5), #555555 (first at 8,4) and 9 more."},
+        {2, "The picture uses 15 ink colors, but 4 colors keep only 3 of them; read it with 16 colors. Colors beyond "
+            "the 4-color grid: #111111 (first at 6,5), #222222 (first at 5,5), #333333 (first at 4,5), #444444 (first "
+            "at 3,5), #666666 (first at 7,4) and 7 more."}};
+    for (const auto& [bpp, warning] : dropped) {
         EXPECT_EQ(Read(Grid, Abcd, bpp), "");
-        EXPECT_EQ(Pg.Warnings,
-                  std::vector<std::string>{"The picture uses 15 ink colors, but " + std::to_string(colors) +
-                                           " colors keep only " + std::to_string(colors - 1) +
-                                           " of them; read it with 16 colors."})
-            << bpp;
+        EXPECT_EQ(Pg.Warnings, std::vector<std::string>{warning}) << bpp;
     }
     EXPECT_EQ(Read(Grid, Abcd, 4), "");
     EXPECT_TRUE(Pg.Warnings.empty());
+
+    // Stray paint is no grey: more colours would not help, so none are advised.
+    WriteGrid(2);
+    {
+        GridBytes red(Grid);
+        red.SetPalette(1, 0xFF0000);
+        red.Save();
+    }
+    EXPECT_EQ(Read(Grid, Abcd, 1), "");
+    EXPECT_EQ(Pg.Warnings, std::vector<std::string>{
+                               "The picture uses 3 ink colors, but 2 colors keep only 1 of them. Colors that are not "
+                               "grey: #FF0000 (first at 5,3); paint them over in white, the greys or black."});
 
     // A 4-level grid re-saved with white at index 2 (as an editor reorders it):
     // the pixels keep their colours, the indices move.
@@ -235,7 +250,7 @@ TEST_F(BmpFontEdits, GlyphsWithoutWidthLinesAndGridsWithoutInk) {
     for (bool vertical : {false, true})
         for (const char* name : {"blank.bmp", "blank.png"}) {
             Grid = Dir / name;
-            WriteGridTemplate(Grid, order, GridTemplateSettings{8, 10, 7, 2, vertical});
+            WriteGridTemplate(Grid, order, GridTemplateSettings{8, 10, 7, 2, vertical}, "");
             EXPECT_EQ(Read(Grid, Abcd, 2), noInk(Grid)) << name << vertical;
             EXPECT_TRUE(Pg.Warnings.empty()) << name << vertical;
         }

@@ -102,8 +102,6 @@ void WritePngFile(const std::filesystem::path& path, const CBmpImage& pic, bool 
 
 class GridFormats : public ::testing::Test {
 protected:
-    void SetUp() override { g_pPgCtrl = &Pg; }
-    void TearDown() override { g_pPgCtrl = nullptr; }
 
     std::unique_ptr<CFontData> Read(const std::filesystem::path& picture, int bpp) {
         auto font = std::make_unique<CFontData>();
@@ -117,6 +115,7 @@ protected:
 
     CTempDir Dir;
     CHeadlessPgCtrl Pg;
+    CPgCtrlScope PgScope{Pg};
     std::filesystem::path Order = Dir.Write("t.xlor", GridFontOrder);
 };
 

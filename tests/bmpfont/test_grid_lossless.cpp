@@ -36,7 +36,7 @@ TEST(GridLossless, EveryCellModeReadsBackWithItsOrigins) {
     CTempDir dir;
     auto order = dir.Write("t.xlor", GridFontOrder);
     CHeadlessPgCtrl pg;
-    g_pPgCtrl = &pg;
+    CPgCtrlScope scope(pg);
     // {cell width, height, offset left, top, margin right, bottom}: centred and placed cells
     // larger, equal and smaller than the ink area (8 x 12 for a horizontal font, 13 x 8
     // vertical), down to 3 x 3, and margins.
@@ -88,5 +88,4 @@ TEST(GridLossless, EveryCellModeReadsBackWithItsOrigins) {
                 }
     // The small cells do cut glyphs; the table is not all lossless by luck.
     EXPECT_GT(clippedCases, 12);
-    g_pPgCtrl = nullptr;
 }

@@ -96,7 +96,10 @@ TEST(Build, OutputsEqualSeparateConvertRuns) {
 name = "merged"
 to-zgly = "out/merged.zgly"
 range = ["U+3041-U+3043", 65]
-chars = "xyz"
+# Characters that read like an option, and the font's own thread count, which
+# the build caps at its share of the cores: the bytes stay those of convert.
+chars = ["xyz", "--threads", "9"]
+threads = 3
 [[font.source]]
 font = "DejaVu Sans"
 size = 12
@@ -117,7 +120,7 @@ to-zgly = "out/window.zgly"
         {"kana.zgly", "--from-zgly b.zgly --to-zgly ref/kana.zgly --chars-file kana.txt"},
         {"b.bmp", "--from-zgly b.zgly --to-bmp ref/b.bmp --to-order ASCII --cell 14x18"},
         {"merged.zgly", "--from-font 'DejaVu Sans' --size 12 --levels 4 --from-font IPAGothic --to-zgly ref/merged.zgly "
-                        "--range U+3041-U+3043 --range 65 --chars xyz"}};
+                        "--range U+3041-U+3043 --range 65 --chars xyz --chars --threads --chars 9 --threads 1"}};
     fs::create_directories(dir / "ref");
     for (const auto& [name, args] : refs) ASSERT_EQ(RunCli(dir, "convert --quiet " + args, dir.Path().string()).Status, 0) << args;
     for (const char* jobs : {"1", "4"}) {
@@ -175,6 +178,12 @@ TEST(Build, RebuildsOnlyWhatChanged) {
              WriteText(dir / "glyphwright.toml", text.replace(text.find("rotation = 90"), 13, "rotation = 180"));
          },
          "", {yes, no, no, summary(1, 2)}, {true, false, false, true}},
+        {"a thread count added: the same bytes, nothing to do",
+         [&] {
+             std::string text = ThreeFonts;
+             WriteText(dir / "glyphwright.toml", text.replace(text.find("rotation = 90"), 13, "rotation = 180\nthreads = 3"));
+         },
+         "", {no, no, no, summary(0, 3)}, {false, false, false, false}},
         {"an output removed", [&] { fs::remove(dir / "out/b.bmp"); }, "", {no, no, yes, summary(1, 2)},
          {false, false, true, false}},
         {"a source font replaced", [&] { MakeFont(dir, "b.zgly", {.Kana = 20, .Seed = 3}); }, "", {no, yes, yes, summary(2, 1)},

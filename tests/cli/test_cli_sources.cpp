@@ -88,6 +88,48 @@ TEST(CliFonts, DejaVuAndIpaGothicMergeAsTheirOwnRuns) {
     expect(dir / "i.zgly", u"\u3042\u3043\u3044");
 }
 
+// Rendering on several threads merges in code order: the file, the summary
+// line and the warnings are those of one thread, whatever the depth, the
+// direction, the soft anti-aliasing, a selection of characters, a variable
+// font's axis or a colour bitmap font.
+TEST(CliFonts, ThreadCountsMakeTheSameBytes) {
+    CScratchDir dir;
+    WriteText(dir / "f.xllt", "<letter-list version=\"1.0\"><body><letter>AB\u0e01\u0531\u3042\u10d0</letter>"
+                              "</body></letter-list>");
+    const std::vector<std::string> cases = {
+        "--from-font 'DejaVu Sans' --size 16 --levels 2",
+        "--from-font 'DejaVu Sans' --size 16 --levels 16 --no-soft-aa",
+        "--from-font 'DejaVu Sans' --size 12 --levels 4 --width margin",
+        "--from-font @IPAGothic --size 16 --levels 16 --no-soft-aa",
+        "--from-font IPAGothic --size 20 --levels 8 --range U+3000-U+4FFF --filter " + Q(dir / "f.xllt"),
+        "--from-font 'DejaVu Sans' --size 12 --levels 16 --from-font IPAGothic --range U+0020-U+30FF",
+        "--from-font /usr/share/fonts/truetype/inter-vf/Inter.var.ttf --axis wght=700 --size 14 --levels 4",
+        "--from-font /usr/share/fonts/truetype/noto/NotoColorEmoji.ttf --size 20 --levels 16",
+    };
+    for (const std::string& c : cases) {
+        auto one = RunCli(dir, "convert " + c + " --threads 1 --to-zgly " + Q(dir / "1.zgly"));
+        auto four = RunCli(dir, "convert " + c + " --threads 4 --to-zgly " + Q(dir / "4.zgly"));
+        ASSERT_EQ(one.Status, 0) << c << ": " << one.Err;
+        ASSERT_EQ(four.Status, 0) << c << ": " << four.Err;
+        EXPECT_TRUE(FileBytes(dir / "1.zgly") == FileBytes(dir / "4.zgly")) << c;
+        std::string err4 = four.Err;
+        err4.replace(err4.find("4.zgly"), 6, "1.zgly");
+        EXPECT_EQ(one.Err, err4) << c;
+    }
+    // The default, every core, is the same too.
+    ASSERT_EQ(RunCli(dir, "convert " + cases[0] + " --to-zgly " + Q(dir / "all.zgly")).Status, 0);
+    ASSERT_EQ(RunCli(dir, "convert " + cases[0] + " --threads 1 --to-zgly " + Q(dir / "1.zgly")).Status, 0);
+    EXPECT_TRUE(FileBytes(dir / "all.zgly") == FileBytes(dir / "1.zgly"));
+    for (const char* bad : {"0", "257", "two"}) {
+        auto r = RunCli(dir, "convert " + cases[0] + " --threads " + bad + " --to-zgly " + Q(dir / "x.zgly"));
+        EXPECT_EQ(r.Status, 2) << bad;
+        const std::string expected = std::string(bad) == "two" ? "--threads needs a whole number, not 'two'"
+                                                               : "--threads takes 1 to 256, not '" + std::string(bad) + "'";
+        EXPECT_NE(r.Err.find(expected), std::string::npos) << r.Err;
+        EXPECT_FALSE(std::filesystem::exists(dir / "x.zgly"));
+    }
+}
+
 TEST(CliFonts, SourceErrors) {
     CScratchDir dir;
     auto in = MakeFont(dir, "in.zgly");
@@ -95,7 +137,9 @@ TEST(CliFonts, SourceErrors) {
         {"--from-font 'DejaVu Sans' --size 0", "Invalid Font Size(0)"},
         {"--from-font NoSuchFace --cell-height 12", "Font(NoSuchFace) is not installed."},
         {"--from-font 'DejaVu Sans' --size 12 --width fixed --fixed-width 0", "Invalid fixed width(0)"},
-        {"--from-font 'DejaVu Sans' --style Heavy --size 12", "Font(DejaVu Sans) has no style Heavy."},
+        {"--from-font 'DejaVu Sans' --style Heavy --size 12",
+         "Font(DejaVu Sans) has no style Heavy; its styles are Bold, Bold Oblique, Book, Condensed, Condensed Bold, "
+         "Condensed Bold Oblique, Condensed Oblique, ExtraLight, Oblique."},
         {"--from-font 'DejaVu Sans' --size 12 --from-font @IPAGothic",
          "Vertical and horizontal sources can not be mixed: DejaVu Sans is horizontal, but @IPAGothic is vertical."},
         {"--from-zgly " + Q(in) + " --filter " + Q(dir / "none.xllt"), "Filter file(" + (dir / "none.xllt").string() + ") not exists"},
@@ -272,6 +316,36 @@ TEST(CliPreview, WritesTheRenderedTextAsPng) {
     for (const char* args : {"--text A", "--text A --out x.png --zoom 0", "--text A --out x.png --zoom 17"}) {
         r = RunCli(dir, "preview " + Q(font) + " " + args);
         EXPECT_EQ(r.Status, 2) << args;
-        EXPECT_NE(r.Err.find("usage:"), std::string::npos) << args;
+        EXPECT_NE(r.Err.find("\nTry 'glyphwright-cli preview --help'.\n"), std::string::npos) << args;
     }
+}
+
+// A grid read with another order than it was drawn for: one error naming the
+// picture's size, the size the order gives it and the shipped order that fits,
+// before any cell is read; a PNG grid names its order, and another one is warned about.
+TEST(CliFonts, GridReadWithAnotherOrderIsNamedOnce) {
+    CScratchDir dir;
+    MakeFont(dir, "in.zgly");
+    const std::string here = dir.Path().string();
+    ASSERT_EQ(RunCli(dir, "convert --from-zgly in.zgly --to-bmp l.bmp --to-order Latin1 --cell 12x14 --quiet", here).Status, 0);
+    auto r = RunCli(dir, "convert --from-bmp l.bmp --from-order ASCII --to-zgly o.zgly", here);
+    EXPECT_EQ(r.Status, 1);
+    EXPECT_EQ(r.Err, "BMP Error:\n BMP(256x240) is drawn as 16 x 12 cells of 16x20 pixels, but ASCII.xlor has 16 x 6 "
+                     "cells, which would make it 256x120. Read it with the glyph order Latin1.xlor (16 x 12 cells).\n");
+    r = RunCli(dir, "convert --from-bmp l.bmp --from-order Latin1 --to-zgly o.zgly --quiet", here);
+    EXPECT_EQ(r.Status, 0) << r.Err;
+    // Without frames of their own colour the cells can not be told; the reading goes on as before.
+    ASSERT_EQ(RunCli(dir, "convert --from-zgly in.zgly --to-bmp n.bmp --to-order Latin1 --no-grid --quiet", here).Status, 0);
+    EXPECT_EQ(RunCli(dir, "convert --from-bmp n.bmp --from-order ASCII --to-zgly o.zgly", here).Err.find("is drawn as"),
+              std::string::npos);
+
+    ASSERT_EQ(RunCli(dir, "convert --from-zgly in.zgly --to-bmp l.png --to-order Latin1 --quiet", here).Status, 0);
+    std::filesystem::copy_file(std::string(GLYPHWRIGHT_BIN_DIR) + "/xlor/Latin1.xlor", dir / "Mine.xlor");
+    r = RunCli(dir, "convert --from-bmp l.png --from-order Mine.xlor --colors 4 --to-zgly m.zgly", here);
+    EXPECT_EQ(r.Status, 0);
+    EXPECT_EQ(r.Err.substr(0, r.Err.find('\n') + 1),
+              "Warning: The picture was drawn for the glyph order Latin1.xlor, but is read with Mine.xlor.\n");
+    r = RunCli(dir, "convert --from-bmp l.png --from-order latin1 --colors 4 --to-zgly o.zgly", here);
+    EXPECT_EQ(r.Err.find("Warning"), std::string::npos) << r.Err;
+    EXPECT_EQ(Slurp(dir / "m.zgly"), Slurp(dir / "o.zgly"));
 }

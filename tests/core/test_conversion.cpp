@@ -87,6 +87,7 @@ TEST(Conversion, OutcomesStatusesAndMessages) {
         {"library error", {.ReaderThrowsLibraryError = true}, 0, O::Failed, "Internal Error:\n disk gone", {}, {}},
         {"cancel", {}, 2, O::Canceled, "", {" Prepairing...", " Order Loading...", " Reading Test...", " Canceled"}, {}},
     };
+    CPgCtrl* const before = g_pPgCtrl;
     for (const auto& c : cases) {
         Script s = c.Run;
         CTestFrontEnd ui;
@@ -108,6 +109,30 @@ TEST(Conversion, OutcomesStatusesAndMessages) {
         EXPECT_EQ(ui.Commits, finished ? 2 : 0) << c.Name;  // the histories keep only paths that worked
         // Parameter errors come before reading.
         EXPECT_EQ(s.Read, finished || c.CancelAt || s.Codes.empty() || s.ReaderThrowsLibraryError) << c.Name;
-        EXPECT_TRUE(pg.ProgressPos() == 0 && g_pPgCtrl == nullptr) << c.Name;
+        // The run hands the progress interface back, also when it failed or was cancelled.
+        EXPECT_TRUE(pg.ProgressPos() == 0 && g_pPgCtrl == before) << c.Name;
     }
+}
+
+// Reporting never meets a null interface, and a scope left by an exception
+// leaves no dangling one behind.
+TEST(PgCtrlScope, SilentDefaultAndRestoredOnEveryWayOut) {
+    CPgCtrl* const silent = g_pPgCtrl;
+    ASSERT_NE(silent, nullptr);
+    EXPECT_FALSE(silent->IsCanceled());
+    ReportWarning(g_pPgCtrl, "nobody listens");
+    CHeadlessPgCtrl outer, inner;
+    {
+        CPgCtrlScope a(outer);
+        try {
+            CPgCtrlScope b(inner);
+            ReportWarning(g_pPgCtrl, "to inner");
+            throw CGeneralException("x");
+        } catch (const CGeneralException&) {
+        }
+        EXPECT_EQ(g_pPgCtrl, &outer);
+    }
+    EXPECT_EQ(g_pPgCtrl, silent);
+    EXPECT_EQ(inner.Warnings, std::vector<std::string>{"to inner"});
+    EXPECT_TRUE(outer.Warnings.empty());
 }

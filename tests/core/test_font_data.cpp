@@ -28,7 +28,7 @@ std::unique_ptr<CGlyph> Glyph(int w, int h, int ascent, int left = 0, int right 
 
 TEST(FontData, DuplicateCodesKeepTheFirstGlyph) {
     CHeadlessPgCtrl pg;
-    g_pPgCtrl = &pg;
+    CPgCtrlScope scope(pg);
     CFontData font;
     font.AddGlyph(Glyph(2, 2, 2), 0x3042);
     const CGlyph* first = font.FindGlyph(0x3042);
@@ -41,7 +41,6 @@ TEST(FontData, DuplicateCodesKeepTheFirstGlyph) {
     differentPixels->Pixels[0] = 0x7F;
     font.AddGlyph(std::move(differentPixels), 0x3042);
     font.AddGlyph(Glyph(2, 2, 1), 0x3042);
-    g_pPgCtrl = nullptr;
     EXPECT_EQ(pg.Warnings, std::vector<std::string>(2, "A character code('\u3042': U+3042) has multiple glyphs. "
                                                        "Second and later glyphs are ignored."));
     EXPECT_EQ(font.GlyphCount(), 1u);

@@ -62,7 +62,7 @@ TEST(GreyLevels, RescaledValuesAndStorage) {
 
 TEST(MergedFontReader, FirstSourceWinsLaterOnesFillTheGapsInItsLevels) {
     CHeadlessPgCtrl pg;
-    g_pPgCtrl = &pg;
+    CPgCtrlScope scope(pg);
     // The first source has no line feed, so the second one's is taken; glyphs keep their own metrics.
     auto first = std::make_unique<CFakeReader>(4, u"AB", 0, 5);
     auto second = std::make_unique<CFakeReader>(2, u"BCD", 21, 9);
@@ -77,7 +77,6 @@ TEST(MergedFontReader, FirstSourceWinsLaterOnesFillTheGapsInItsLevels) {
     for (char16_t c : std::u16string_view(u"ABCE")) filter.Letters[c] = true;
     CFontData font;
     reader.Read(font, filter);
-    g_pPgCtrl = nullptr;
 
     EXPECT_EQ(firstRaw->Asked, u"AB");
     EXPECT_EQ(secondRaw->Asked, u"C");  // B was there already, D and E not wanted

@@ -12,6 +12,8 @@ head -c 3000 DejaVuSans.ttf > broken.ttf
 "$cli" convert --from-font DejaVuSans.ttf --size 16 --levels 4 --to-zgly dejavu.zgly --quiet
 "$cli" convert --from-font ipag.ttf --size 16 --levels 4 --chars-file chars.txt --to-zgly ipag.zgly --quiet
 "$cli" convert --from-zgly dejavu.zgly --to-bmp grid.bmp --to-order Latin1 --quiet
+# A ZGLY file cut short inside its first block.
+head -c 200 dejavu.zgly > broken.zgly
 # An LC Font file of the 8x16 variant: 752 records of a big-endian Shift_JIS
 # code and 16 one-byte rows, codes from 0x8140 on with a pattern per code.
 python3 - <<'PY'

@@ -2,6 +2,7 @@
 
 #include "core/codepage.h"
 #include "core/general_exception.h"
+#include "core/utf8.h"
 #include "synthetic_font.h"
 #include "zgly/font_block_set.h"
 #include "preview/text_renderer.h"

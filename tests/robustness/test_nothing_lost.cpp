@@ -83,7 +83,7 @@ int Convert(const fs::path& source, const fs::path& target, CHeadlessPgCtrl& pg)
     ui.MakeReader = [&] { return std::make_unique<CZarnicFontReader>(source); };
     ui.MakeWriter = [&]() -> std::unique_ptr<CFontWriter> {
         if (target.extension() == ".zgly")
-            return std::make_unique<CZarnicFontWriter>(target, NotGiven, NotGiven, NotGiven, NotGiven, NotGiven, 1, 0);
+            return std::make_unique<CZarnicFontWriter>(target, ZglyWriterOptions{});
         return std::make_unique<CBmpFontWriter>(target, GLYPHWRIGHT_TEST_DATA "/../data/xlor/ASCII.xlor", true, -1, -1, -1,
                                                 -1, 1, 1);
     };

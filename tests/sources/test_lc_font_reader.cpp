@@ -26,8 +26,6 @@ struct Record { uint16_t Code; int X0, X1; };
 
 class LcFontReader : public testing::Test {
 protected:
-    void SetUp() override { g_pPgCtrl = &Pg; }
-    void TearDown() override { g_pPgCtrl = nullptr; }
     std::filesystem::path Write(const std::string& name, const Variant& v, const std::vector<Record>& records, int extra = 0) {
         std::string bytes;
         for (int i = 0; i < v.FileSize / (2 + v.Height * v.RowBytes); ++i) {
@@ -51,6 +49,7 @@ protected:
     }
 
     CHeadlessPgCtrl Pg;
+    CPgCtrlScope PgScope{Pg};
     CTempDir Dir;
 };
 

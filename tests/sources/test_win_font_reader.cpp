@@ -40,8 +40,6 @@ std::string Lower(std::string s) {
 
 class WinFontReader : public testing::Test {
 protected:
-    void SetUp() override { g_pPgCtrl = &Pg; }
-    void TearDown() override { g_pPgCtrl = nullptr; }
     std::unique_ptr<CFontData> Convert(const std::string& face, int size, int bpp, int widthType = 0,
                                        const CFontFilter& filter = {}) {
         CWinFontReader reader(face, size, bpp, widthType, 0, true);
@@ -61,6 +59,7 @@ protected:
     }
 
     CHeadlessPgCtrl Pg;
+    CPgCtrlScope PgScope{Pg};
     CTempDir Dir;
 };
 
@@ -139,11 +138,12 @@ TEST_F(WinFontReader, BitmapStrikesListedAndChosenBySize) {
     }));
 
     // {size, levels asked, ink width, ink height}: cell heights, an em height (negative),
-    // the nearest strike for a size between two, and more levels than the face has.
-    const int cases[][4] = {{8, 1, 4, 8}, {12, 1, 6, 12}, {16, 1, 8, 16}, {-12, 1, 6, 12}, {15, 1, 8, 16},
-                            {12, 4, 6, 12}, {16, 3, 8, 16}};
+    // and more levels than the face has, which one warning tells.
+    const int cases[][4] = {{8, 1, 4, 8}, {12, 1, 6, 12}, {16, 1, 8, 16}, {-12, 1, 6, 12}, {12, 4, 6, 12},
+                            {16, 3, 8, 16}};
     for (const auto& c : cases) {
         SCOPED_TRACE(testing::Message() << "size " << c[0] << " bpp " << c[1]);
+        Pg.Warnings.clear();
         CWinFontReader reader("GwStrikes", c[0], c[1], 0, 0, false);
         reader.CheckParameters();
         CFontData font;
@@ -154,8 +154,40 @@ TEST_F(WinFontReader, BitmapStrikesListedAndChosenBySize) {
         EXPECT_EQ(a->Ink.Width(), c[2]);
         EXPECT_EQ(a->Ink.Height(), c[3]);
         EXPECT_EQ(a->Bpp, 1);
+        EXPECT_EQ(Pg.Warnings, c[1] == 1 ? std::vector<std::string>{}
+                                         : std::vector<std::string>{FormatString(
+                                               "Font(GwStrikes) has bitmap strikes only: it is read at 1 bit per "
+                                               "pixel (2 levels), not %d levels.",
+                                               1 << c[1])});
         const std::size_t bits = static_cast<std::size_t>(a->Ink.Width()) * a->Ink.Height();
         for (std::size_t bit = 0; bit < bits; ++bit)  // solid: full ink in every pixel
             ASSERT_EQ(PeekBits(a->Pixels.data(), bit, 1), 1u) << bit;
     }
+    // A size between strikes is refused with the sizes there are, in the
+    // measure of the size asked: cell heights, or ems for character heights.
+    EXPECT_EQ(ErrorOf([] { CWinFontReader("GwStrikes", 15, 1, 0, 0, false).CheckParameters(); }),
+              "Parameter Error:\n Font(GwStrikes) has bitmap strikes only and none of cell height 15; its cell heights "
+              "are 8, 12, 16.");
+    EXPECT_EQ(ErrorOf([] { CWinFontReader("GwStrikes", -9, 1, 0, 0, false).CheckParameters(); }),
+              "Parameter Error:\n Font(GwStrikes) has bitmap strikes only and none of size 9; its sizes are 8, 12, 16.");
+}
+
+// A cancel on several threads ends the run where it ends on one: the font
+// holds the same glyphs before that code, and no helper is left running when
+// Read has passed the cancellation on.
+TEST_F(WinFontReader, CancelOnSeveralThreadsStopsAtTheSameCode) {
+    std::vector<std::vector<uint16_t>> codes;
+    for (int threads : {1, 4}) {
+        CWinFontReader reader("IPAGothic", 16, 4, 0, 0, false);
+        reader.Threads = threads;
+        CFontData font;
+        Pg.CancelAtVisibleStep(100);
+        EXPECT_THROW(reader.Read(font, {}), int) << threads;
+        Pg.ClearCancel();
+        codes.emplace_back();
+        for (const auto& g : font.GetGlyphs()) codes.back().push_back(g->Code);
+    }
+    ASSERT_GT(codes[0].size(), 1000u);
+    EXPECT_EQ(codes[0], codes[1]);
+    EXPECT_LT(codes[0].back(), 0xC800);  // the 100th of 128 visible steps
 }

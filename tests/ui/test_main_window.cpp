@@ -113,13 +113,21 @@ TEST_F(WindowTest, ErrorsAndWarningsGoToTheMessageWindow) {
     const std::string& text = w->Messages->GetText();
     EXPECT_EQ(text.rfind("---------------------- Error -------------------------------- \r\n", 0), 0u) << text;
     EXPECT_NE(text.find("missing.ZGLY"), std::string::npos);
-    // Where it was left, as a tool window owned by the main window, stacked above it.
-    EXPECT_EQ(w->Messages->pos(), QPoint(-5, 10));
+    // Where it was left, pulled onto the screen, as a tool window owned by the
+    // main window, stacked above it.
+    EXPECT_EQ(w->Messages->pos(), QPoint(0, 10));
     EXPECT_EQ(w->Messages->size(), QSize(320, 150));
     EXPECT_EQ(w->Messages->windowType(), Qt::Tool);
     EXPECT_EQ(w->Messages->parentWidget(), w.get());
     ASSERT_NE(w->Messages->windowHandle(), nullptr);
     EXPECT_EQ(w->Messages->windowHandle()->transientParent(), w->windowHandle());
+    // Moved and resized, its place is written at once.
+    w->Messages->move(40, 30);
+    w->Messages->resize(300, 140);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(std::vector<int>({s.GetInt("WarningWindow", "x", 0), s.GetInt("WarningWindow", "y", 0),
+                                s.GetInt("WarningWindow", "w", 0), s.GetInt("WarningWindow", "h", 0)}),
+              std::vector<int>({40, 30, 300, 140}));
 
     // 150 warnings: 100 lines and the limit line, all counted.
     w->ClearMessages();

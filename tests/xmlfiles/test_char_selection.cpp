@@ -10,8 +10,6 @@ namespace {
 
 class CharSelectionTest : public testing::Test {
 protected:
-    void SetUp() override { g_pPgCtrl = &Pg; }
-    void TearDown() override { g_pPgCtrl = nullptr; }
     // The included codes of a filter built from the selection.
     std::u16string Load(const CharSelection& selection) {
         CFontFilter filter;
@@ -25,6 +23,7 @@ protected:
     std::string Error(const CharSelection& s) { return ErrorOf([&] { Load(s); }); }
 
     CHeadlessPgCtrl Pg;
+    CPgCtrlScope PgScope{Pg};
     CTempDir Dir;
 };
 

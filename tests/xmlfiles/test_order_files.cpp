@@ -134,11 +134,11 @@ TEST(GlyphOrderFile, SearchListsLoadableOrdersAndWarnsAboutOthers) {
     dir.Write("later/good.xlor", Order("<head><title>Hidden</title></head>"));
     dir.Write("later/more.xlor", Order("<head><title>More</title></head>"));
     CHeadlessPgCtrl pg;
-    CPgCtrl* saved = g_pPgCtrl;
-    g_pPgCtrl = &pg;
     std::vector<GlyphOrderInfo> list;
-    FindGlyphOrderFilesIn(list, {dir.Dir, dir / "missing", dir / "later"});
-    g_pPgCtrl = saved;
+    {
+        CPgCtrlScope scope(pg);
+        FindGlyphOrderFilesIn(list, {dir.Dir, dir / "missing", dir / "later"});
+    }
     std::vector<std::string> titles;
     for (const auto& i : list) titles.push_back(i.FileName + ":" + i.Title);
     EXPECT_EQ(titles, (std::vector<std::string>{"UPPER.XLOR:", "good.xlor:Good", "more.xlor:More"}));

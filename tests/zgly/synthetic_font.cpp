@@ -19,12 +19,11 @@ struct CRandom {
     uint32_t State;
 };
 
-// Uses the given progress interface, or a silent one, as g_pPgCtrl for a call.
+// The given progress interface, or a silent one, as g_pPgCtrl for a call.
 struct CPgScope {
-    explicit CPgScope(CPgCtrl* pg) : Saved(g_pPgCtrl) { g_pPgCtrl = pg ? pg : &Silent; }
-    ~CPgScope() { g_pPgCtrl = Saved; }
+    explicit CPgScope(CPgCtrl* pg) : Scope(pg ? *pg : Silent) {}
     CHeadlessPgCtrl Silent;
-    CPgCtrl* Saved;
+    CPgCtrlScope Scope;
 };
 
 }  // namespace
@@ -72,7 +71,7 @@ void WriteSyntheticZgly(CFontData& font, const std::filesystem::path& path, int 
                         CPgCtrl* pg) {
     CPgScope scope(pg);
     if (!font.CellWidth.Specified) font.PrepareForOutput();
-    CZarnicFontWriter writer(path, NotGiven, NotGiven, NotGiven, NotGiven, NotGiven, encoding, rotation);
+    CZarnicFontWriter writer(path, {.Encoding = static_cast<EncodingNumber>(encoding), .Rotation = rotation});
     writer.CheckParameters();
     writer.Write(font, CGlyphOrder());
 }

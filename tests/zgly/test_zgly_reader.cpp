@@ -75,10 +75,11 @@ TEST(ZglyReader, WhatTheFileLacksOrCannotSay) {
     font->AlternateChar.Set(u'C');
     WriteSyntheticZgly(*font, dir / "a.zgly");
     pg.Statuses.clear();
-    g_pPgCtrl = &pg;
     CFontData back;
-    CZarnicFontReader(dir / "a.zgly").Read(back, CFontFilter{false, {{u'A', true}}});
-    g_pPgCtrl = nullptr;
+    {
+        CPgCtrlScope scope(pg);
+        CZarnicFontReader(dir / "a.zgly").Read(back, CFontFilter{false, {{u'A', true}}});
+    }
     EXPECT_EQ(back.GlyphCount(), 1u);
     EXPECT_EQ(back.AlternateChar.Value, u'C');
     EXPECT_EQ(pg.Statuses.front(), " Reading ZARNIC Font...");

@@ -26,7 +26,7 @@ std::unique_ptr<CGlyph> BoxGlyph(int cw, int ch, int x0, int y0, int x1, int y1,
 std::string Write(CFontData& font, const std::filesystem::path& path, uint16_t alt = NotGiven) {
     std::filesystem::remove(path);
     return ErrorOf([&] {
-        CZarnicFontWriter(path, alt, NotGiven, NotGiven, NotGiven, NotGiven, 1, 0).Write(font, CGlyphOrder());
+        CZarnicFontWriter(path, {.AlternateChar = alt}).Write(font, CGlyphOrder());
     });
 }
 
@@ -64,7 +64,7 @@ TEST(ZglyWriter, ParameterChecksAndTheFontsSizeEdges) {
     CScratchDir dir;
     const std::string e = "Parameter Error:\n ";
     auto check = [&](const std::filesystem::path& path, uint16_t alt) {
-        return ErrorOf([&] { CZarnicFontWriter(path, alt, NotGiven, NotGiven, NotGiven, NotGiven, 1, 0).CheckParameters(); });
+        return ErrorOf([&] { CZarnicFontWriter(path, {.AlternateChar = alt}).CheckParameters(); });
     };
     EXPECT_EQ(check(dir / "no/x.zgly", NotGiven), e + "Directory(" + (dir / "no/").string() + ") not exists.");
     PutFile(dir / "ro.zgly", {1});
@@ -75,7 +75,7 @@ TEST(ZglyWriter, ParameterChecksAndTheFontsSizeEdges) {
     // The font's own sizes at their edges, from glyphs that make them:
     // {ascent of A, ascent of B (1 x 1 ink each), A's reach, A's advance}.
     CHeadlessPgCtrl pg;
-    g_pPgCtrl = &pg;
+    CPgCtrlScope scope(pg);
     auto sized = [](int ascentA, int ascentB, int reach, int advance) {
         auto font = std::make_unique<CFontData>();
         font->Bpp.Set(1);
@@ -116,7 +116,6 @@ TEST(ZglyWriter, ParameterChecksAndTheFontsSizeEdges) {
     EXPECT_EQ(Write(*low, out), e + "Baseline position(=-129) under -128.");
     EXPECT_EQ(Write(*sized(3, 1, 3, 4), out, u'Z'),
               e + "Specified AlternateChar('Z' : U+005A) is not included in the Font");
-    g_pPgCtrl = nullptr;
 }
 
 // The width entries follow the turned cell.
