@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "bmpfont/bmp_font_layout.h"
+#include "bmpfont/grid_fit.h"
 #include "bmpfont/grid_picture_file.h"
 #include "bmpfont/grid_warnings.h"
 #include "core/bit_stream.h"
@@ -159,6 +160,8 @@ void LoadGridOrder(LoadedGrid& grid, const std::filesystem::path& orderPath, int
     CheckGridSize(grid.Picture, grid.Order, orderPath);
     if (columnsRowsProgress) g_pPgCtrl->SetProgressRange(grid.Order.Width * grid.Order.Height);
     grid.Geometry = MeasureGrid(grid.Picture, grid.Order);
+    // Before any cell is read: a picture drawn for another grid is one mistake.
+    CheckGridFitsOrder(grid.Picture, grid.Geometry, orderPath);
 }
 
 std::unique_ptr<LoadedGrid> LoadGrid(const std::filesystem::path& path, const std::filesystem::path& orderPath,
@@ -299,6 +302,7 @@ void CBmpFontReader::Read(CFontData& font, const CFontFilter& filter) {
     auto grid = LoadGrid(Path, OrderPath, Bpp, 1);
     font.IsVertical.Set(grid->Geometry.Vertical);
     const int white = PickWhite(*grid, Bpp);
+    WarnAboutOtherOrder(grid->Source.OrderName, OrderPath);
     CCellReader cells(*grid, white, Bpp, OrderPath);
     cells.ReadAll(font, filter);
     // A filter may leave only blank cells; without one, a grid without ink is a mistake.

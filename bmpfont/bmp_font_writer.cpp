@@ -50,5 +50,5 @@ void CBmpFontWriter::Write(CFontData& font, const CGlyphOrder& order) {
                       "%d glyphs do not fit in the %dx%d cell: their pixels or width lines outside it are cut off.",
                       clipped, layout.CellWidth, layout.CellHeight);
 
-    SaveGridPicture(Path, picture);
+    SaveGridPicture(Path, picture, OrderPath.filename().string());
 }

@@ -48,12 +48,13 @@ void LoadGridPicture(const std::filesystem::path& path, int fontBpp, CBmpImage& 
     if (source) {
         source->Mapped = true;
         source->Colors = std::move(pixels.Rgb);
+        if (IsPng(bytes)) source->OrderName = PngOrderName(bytes);
     }
 }
 
-void SaveGridPicture(const std::filesystem::path& path, const CBmpImage& picture) {
+void SaveGridPicture(const std::filesystem::path& path, const CBmpImage& picture, const std::string& orderName) {
     if (IsPngPath(path)) {
-        SaveIndexedPng(path, picture);
+        SaveIndexedPng(path, picture, orderName);
         return;
     }
     CBinaryFile file(path);

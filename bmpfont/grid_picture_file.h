@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <string>
 #include <vector>
 
 class CBmpImage;
@@ -15,6 +16,8 @@ struct GridPictureSource {
     bool Mapped = false;
     // Mapped pictures: the colours before mapping (0x00RRGGBB, top row first).
     std::vector<uint32_t> Colors;
+    // The glyph order a PNG grid names as the one it was drawn for.
+    std::string OrderName;
 };
 
 // Loads the picture top row first. 1-, 4- and 8-bit uncompressed BMPs load
@@ -22,5 +25,5 @@ struct GridPictureSource {
 void LoadGridPicture(const std::filesystem::path& path, int fontBpp, CBmpImage& image,
                      GridPictureSource* source = nullptr);
 // The writer's bottom-up 8-bit picture, as PNG when the path ends in ".png"
-// (any case), else as BMP.
-void SaveGridPicture(const std::filesystem::path& path, const CBmpImage& picture);
+// (any case), else as BMP. A PNG keeps the order's name.
+void SaveGridPicture(const std::filesystem::path& path, const CBmpImage& picture, const std::string& orderName);

@@ -6,7 +6,8 @@
 #include "bmpfont/bmp_image.h"
 #include "core/font_data.h"
 
-void WriteGridTemplate(const std::filesystem::path& out, const CGlyphOrder& order, const GridTemplateSettings& s) {
+void WriteGridTemplate(const std::filesystem::path& out, const CGlyphOrder& order, const GridTemplateSettings& s,
+                       const std::string& orderName) {
     // A font without glyphs whose ink area is the cell: the layout is then
     // the cell itself at offset 0.
     CFontData font;
@@ -23,5 +24,5 @@ void WriteGridTemplate(const std::filesystem::path& out, const CGlyphOrder& orde
     CGridPainter painter(picture, layout);
     painter.DrawFrames();
     painter.DrawMarks(true);
-    SaveGridPicture(out, picture);
+    SaveGridPicture(out, picture, orderName);
 }

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <string>
 
 class CGlyphOrder;
 
@@ -19,4 +20,6 @@ struct GridTemplateSettings {
 };
 
 // Draws the grid for the loaded order and saves it (PNG for a ".png" path).
-void WriteGridTemplate(const std::filesystem::path& out, const CGlyphOrder& order, const GridTemplateSettings& s);
+// orderName is the order's file name, kept in a PNG grid.
+void WriteGridTemplate(const std::filesystem::path& out, const CGlyphOrder& order, const GridTemplateSettings& s,
+                       const std::string& orderName);

@@ -1,7 +1,9 @@
 #include "bmpfont/grid_warnings.h"
 
+#include <algorithm>
 #include <array>
-#include <set>
+#include <cctype>
+#include <map>
 
 #include "bmpfont/bmp_font_layout.h"
 #include "bmpfont/grid_colors.h"
@@ -14,6 +16,7 @@ namespace {
 
 constexpr uint32_t White = 0x00FFFFFF;
 constexpr std::size_t ListedGlyphs = 5;
+constexpr std::size_t ListedColors = 5;
 
 // The level a colour stands for in the grid of a fontBpp font: the nearest of
 // white, the greys and black.
@@ -24,10 +27,11 @@ uint32_t LevelOfColor(uint32_t rgb, const std::vector<uint32_t>& grid, int fontB
     return best;
 }
 
-// Palette indices and (for mapped pictures) colours met in the glyph areas.
+// Palette indices and colours met in the glyph areas, each colour with the
+// first pixel (in the order the cells are read) that has it.
 struct AreaContents {
     std::array<bool, 256> Indices{};
-    std::set<uint32_t> Colors;
+    std::map<uint32_t, std::pair<int, int>> Colors;
 };
 
 AreaContents ReadAreas(const CBmpImage& pic, const GridPictureSource& source, const GridGeometry& g) {
@@ -40,15 +44,40 @@ AreaContents ReadAreas(const CBmpImage& pic, const GridPictureSource& source, co
                 for (int x = c * g.PitchX + g.GlyphLeft(), x1 = x + g.AreaW; x < x1; ++x) {
                     uint32_t index = pic.GetPixel(x, y) & 0xFF;
                     out.Indices[index] = true;
-                    if (source.Mapped) {
-                        uint32_t rgb = source.Colors[static_cast<std::size_t>(y) * pic.Width + x];
-                        if (rgb != last) out.Colors.insert(last = rgb);
-                    }
+                    uint32_t rgb = source.Mapped ? source.Colors[static_cast<std::size_t>(y) * pic.Width + x]
+                                                 : pic.Palette[index] & 0x00FFFFFF;
+                    if (rgb != last) out.Colors.emplace(last = rgb, std::pair{x, y});
                 }
-    for (int i = 0; i < pic.PaletteSize && !source.Mapped; ++i)
-        if (out.Indices[static_cast<std::size_t>(i)])
-            out.Colors.insert(pic.Palette[static_cast<std::size_t>(i)] & 0x00FFFFFF);
     return out;
+}
+
+bool IsGrey(uint32_t rgb) { return (rgb >> 16 & 0xFF) == (rgb >> 8 & 0xFF) && (rgb >> 8 & 0xFF) == (rgb & 0xFF); }
+
+// Names the ink colours a grid of the font's depth does not have, with the
+// first pixel of each. More colours help only when those are greys; paint of
+// another colour does not belong in a glyph area at all.
+void WarnAboutExtraColors(const AreaContents& seen, int inkColors, int fontBpp, int colorsNeeded) {
+    const int maxLevel = (1 << fontBpp) - 1;
+    const std::vector<uint32_t> grid = GridPalette(fontBpp);
+    const auto kept = grid.begin() + 1, keptEnd = grid.begin() + 1 + maxLevel;
+    std::vector<std::pair<uint32_t, std::pair<int, int>>> greys, others;
+    for (const auto& [rgb, at] : seen.Colors)
+        if (std::find(kept, keptEnd, rgb) == keptEnd) (IsGrey(rgb) ? greys : others).push_back({rgb, at});
+    // Paint that is no grey is named alone: it is the mistake to fix.
+    const auto& named = others.empty() ? greys : others;
+    std::string list;
+    for (std::size_t i = 0; i < named.size() && i < ListedColors; ++i)
+        list += (list.empty() ? "" : ", ") + FormatString("#%06X (first at %d,%d)", static_cast<int>(named[i].first),
+                                                         named[i].second.first, named[i].second.second);
+    if (named.size() > ListedColors) list += FormatString(" and %d more", static_cast<int>(named.size() - ListedColors));
+    const std::string head = FormatString("The picture uses %d ink colors, but %d colors keep only %d of them", inkColors,
+                                          maxLevel + 1, maxLevel);
+    if (others.empty())
+        ReportWarning(g_pPgCtrl, "%s; read it with %d colors. Colors beyond the %d-color grid: %s.", head, colorsNeeded,
+                      maxLevel + 1, list);
+    else
+        ReportWarning(g_pPgCtrl, "%s. Colors that are not grey: %s; paint them over in white, the greys or black.",
+                      head, list);
 }
 
 }  // namespace
@@ -73,9 +102,7 @@ void WarnAboutGridColors(const CBmpImage& pic, const GridPictureSource& source, 
         while (colors < 16 && colors - 1 < inkColors) colors *= 2;
         if (colors > static_cast<int>(maxLevel) + 1) {
             tooManyLevels = true;
-            ReportWarning(g_pPgCtrl,
-                          "The picture uses %d ink colors, but %d colors keep only %d of them; read it with %d colors.",
-                          inkColors, static_cast<int>(maxLevel) + 1, static_cast<int>(maxLevel), colors);
+            WarnAboutExtraColors(seen, inkColors, fontBpp, colors);
         }
     }
     // Greys the depth drops are explained above; a moved white is not.
@@ -95,6 +122,16 @@ void WarnAboutGridColors(const CBmpImage& pic, const GridPictureSource& source, 
             return;
         }
     }
+}
+
+void WarnAboutOtherOrder(const std::string& drawnFor, const std::filesystem::path& orderPath) {
+    const std::string readWith = orderPath.filename().string();
+    auto lower = [](std::string s) {
+        std::transform(s.begin(), s.end(), s.begin(), [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+        return s;
+    };
+    if (drawnFor.empty() || lower(drawnFor) == lower(readWith)) return;
+    ReportWarning(g_pPgCtrl, "The picture was drawn for the glyph order %s, but is read with %s.", drawnFor, readWith);
 }
 
 void CMissingWidthLines::Add(uint16_t code) {

@@ -23,6 +23,9 @@ uint32_t GridLevel(uint32_t index, uint32_t white, uint32_t maxLevel);
 void WarnAboutGridColors(const CBmpImage& picture, const GridPictureSource& source, const GridGeometry& grid,
                          int white, int fontBpp);
 
+// Warns when a PNG grid names another order than the one it is read with.
+void WarnAboutOtherOrder(const std::string& drawnFor, const std::filesystem::path& orderPath);
+
 // Collects glyphs that have ink but no width line, for one warning.
 class CMissingWidthLines {
 public:

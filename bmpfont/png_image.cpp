@@ -43,7 +43,31 @@ CColorPixels DecodePng(const std::vector<uint8_t>& bytes, const std::filesystem:
     return out;
 }
 
-void SaveIndexedPng(const std::filesystem::path& path, const CBmpImage& picture) {
+namespace {
+
+constexpr char OrderKeyword[] = "glyphwright order";
+
+uint32_t Be32(const uint8_t* p) { return uint32_t(p[0]) << 24 | uint32_t(p[1]) << 16 | uint32_t(p[2]) << 8 | p[3]; }
+
+}  // namespace
+
+std::string PngOrderName(const std::vector<uint8_t>& bytes) {
+    // Chunks after the signature: length, type, data, CRC.
+    for (std::size_t at = 8; at + 12 <= bytes.size();) {
+        const uint32_t length = Be32(&bytes[at]);
+        if (length > bytes.size() - at - 12) break;
+        const uint8_t* type = &bytes[at + 4];
+        const char* data = reinterpret_cast<const char*>(&bytes[at + 8]);
+        if (std::memcmp(type, "IDAT", 4) == 0 || std::memcmp(type, "IEND", 4) == 0) break;
+        const std::size_t keyLength = sizeof OrderKeyword;  // with its zero separator
+        if (std::memcmp(type, "tEXt", 4) == 0 && length >= keyLength && std::memcmp(data, OrderKeyword, keyLength) == 0)
+            return std::string(data + keyLength, length - keyLength);
+        at += 12 + std::size_t(length);
+    }
+    return {};
+}
+
+void SaveIndexedPng(const std::filesystem::path& path, const CBmpImage& picture, const std::string& orderName) {
     CPngRows rows;
     rows.Width = picture.Width;
     rows.Height = picture.Height;
@@ -55,5 +79,6 @@ void SaveIndexedPng(const std::filesystem::path& path, const CBmpImage& picture)
     }
     rows.Palette.assign(picture.Palette.begin(),
                         picture.Palette.begin() + std::min<std::size_t>(picture.Palette.size(), top + 1u));
+    if (!orderName.empty()) rows.Text.push_back({OrderKeyword, orderName});
     WritePngRows(path, rows);
 }

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <string>
 #include <vector>
 
 #include "bmpfont/grid_colors.h"
@@ -16,4 +17,8 @@ bool IsPng(const std::vector<uint8_t>& bytes);
 CColorPixels DecodePng(const std::vector<uint8_t>& bytes, const std::filesystem::path& path);
 // The writer's bottom-up 8-bit picture as an indexed PNG with its palette's
 // used entries.
-void SaveIndexedPng(const std::filesystem::path& path, const CBmpImage& picture);
+// orderName (when not empty) is kept in a text chunk, so that reading the
+// grid with another order can be named.
+void SaveIndexedPng(const std::filesystem::path& path, const CBmpImage& picture, const std::string& orderName);
+// The order name a grid PNG was written with; empty when it has none.
+std::string PngOrderName(const std::vector<uint8_t>& bytes);

@@ -34,13 +34,24 @@ BuildOptions ParseBuildOptions(const std::vector<std::string>& args) {
     bool haveRecipe = false;
     std::set<std::string> seen;
     for (std::size_t i = 0; i < args.size(); ++i) {
-        if (args[i].rfind("--", 0) != 0) {
+        if (args[i].rfind("-", 0) != 0) {
             if (haveRecipe) throw CUsageError("build takes one recipe");
             haveRecipe = true;
             o.Recipe = args[i];
             continue;
         }
-        const OptionWord word = ReadOptionWord(args, i, {"--jobs"}, {"--force", "--dry-run", "--quiet"});
+        // -j N and -jN, as make and ninja take them.
+        std::vector<std::string> jobs;
+        if (args[i].rfind("-j", 0) == 0) {
+            jobs = {"--jobs=" + args[i].substr(2)};
+            if (args[i] == "-j") {
+                if (i + 1 >= args.size()) throw CUsageError("-j needs a value");
+                jobs[0] += args[++i];
+            }
+        }
+        std::size_t at = 0;
+        const OptionWord word = ReadOptionWord(jobs.empty() ? args : jobs, jobs.empty() ? i : at, {"--jobs"},
+                                               {"--force", "--dry-run", "--quiet"});
         if (!seen.insert(word.Name).second) throw CUsageError(word.Name + " is given twice");
         if (word.Name == "--jobs") {
             char* end = nullptr;
@@ -254,10 +265,6 @@ int ReportBuild(const BuildPlan& plan, const BuildCounts& c, const BuildOptions&
 }  // namespace
 
 int RunBuildCommand(const std::vector<std::string>& args) {
-    if (args.size() == 1 && (args[0] == "--help" || args[0] == "-h")) {
-        std::fputs(HelpText(), stdout);
-        return 0;
-    }
     InstallBuildInterruptHandler();
     BuildOptions options;
     Recipe recipe;

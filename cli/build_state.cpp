@@ -1,10 +1,11 @@
 #include "cli/build_state.h"
 
-#include <cstdio>
-#include <fstream>
 #include <sstream>
+#include <vector>
 
 #include "core/general_exception.h"
+#include "platform/file_handle.h"
+#include "platform/save_target.h"
 
 namespace fs = std::filesystem;
 
@@ -29,14 +30,12 @@ uint64_t HashText(const std::string& text) { return Fnv(FnvOffset, text.data(), 
 
 FileStamp StampFile(const fs::path& path) {
     FileStamp stamp{path, 0};
-    std::ifstream in(path, std::ios::binary);
-    if (!in) return stamp;
+    CFileHandle in;
+    if (!in.OpenForReading(path)) return stamp;
     uint64_t h = FnvOffset;
     std::vector<char> buffer(1 << 16);
-    while (in) {
-        in.read(buffer.data(), static_cast<std::streamsize>(buffer.size()));
-        h = Fnv(h, buffer.data(), static_cast<std::size_t>(in.gcount()));
-    }
+    for (int64_t n; (n = in.ReadSome(buffer.data(), buffer.size())) > 0;)
+        h = Fnv(h, buffer.data(), static_cast<std::size_t>(n));
     // Never 0, which stands for a missing file.
     stamp.Hash = h | 1;
     return stamp;
@@ -48,7 +47,15 @@ fs::path StatePathFor(const fs::path& recipe) {
 
 BuildState LoadBuildState(const fs::path& path) {
     BuildState state;
-    std::ifstream in(path);
+    CFileHandle file;
+    std::string content;
+    if (file.OpenForReading(path)) {
+        const int64_t size = file.Size();
+        content.resize(size > 0 ? static_cast<std::size_t>(size) : 0);
+        const int64_t got = file.Read(content.data(), content.size());
+        content.resize(got > 0 ? static_cast<std::size_t>(got) : 0);
+    }
+    std::istringstream in(content);
     std::string line;
     if (!std::getline(in, line) || line != Header) return {};
     FontState* current = nullptr;
@@ -81,17 +88,5 @@ void SaveBuildState(const fs::path& path, const BuildState& state) {
         text << "settings\t" << font.SettingsHash << "\t\n";
         for (const FileStamp& in : font.Inputs) text << "input\t" << in.Hash << '\t' << in.Path.string() << '\n';
     }
-    std::string temp = path.string() + ".tmp";
-    {
-        std::ofstream outFile(temp, std::ios::binary | std::ios::trunc);
-        outFile << text.str();
-        if (!outFile.flush()) {
-            std::remove(temp.c_str());
-            ThrowError("Internal Error:\n Can not write to a file (%s).", path.string());
-        }
-    }
-    if (std::rename(temp.c_str(), path.c_str()) != 0) {
-        std::remove(temp.c_str());
-        ThrowError("Internal Error:\n Can not write to a file (%s).", path.string());
-    }
+    if (!SaveWholeFile(path, text.str())) ThrowError("Internal Error:\n Can not write to a file (%s).", path);
 }

@@ -6,6 +6,7 @@
 #include "cli/json_text.h"
 #include "cli/option_words.h"
 #include "cli/options.h"
+#include "cli/suggestions.h"
 #include "core/codepage.h"
 #include "core/general_exception.h"
 #include "core/text_decoding.h"
@@ -92,7 +93,7 @@ CheckOptions ParseCheckCommand(const std::vector<std::string>& args) {
     CheckOptions o;
     bool encodingGiven = false;
     for (std::size_t i = 0; i < args.size(); ++i) {
-        if (args[i].rfind("--", 0) != 0) {
+        if (args[i].rfind("-", 0) != 0) {
             if (!o.FontPath.empty()) Fail("check takes one ZGLY file");
             o.FontPath = args[i];
             continue;
@@ -106,9 +107,10 @@ CheckOptions ParseCheckCommand(const std::vector<std::string>& args) {
             encodingGiven = true;
             o.TextEncoding = -1;
             for (std::size_t k = 0; k < EncodingChoices.size(); ++k)
-                if (word.Value == EncodingChoices[k]) o.TextEncoding = static_cast<int>(k);
+                if (SameIgnoringCase(word.Value, EncodingChoices[k])) o.TextEncoding = static_cast<int>(k);
             if (o.TextEncoding < 0)
-                Fail("--chars-encoding takes utf-8|utf-16|shift_jis|cp1252, not '" + word.Value + "'");
+                Fail("--chars-encoding takes utf-8|utf-16|shift_jis|cp1252, not '" + word.Value + "'" +
+                     DidYouMean(word.Value, EncodingChoices));
         } else if (word.Name == "--range") {
             const CliCodeRange r = ParseCodeRange(word.Value);
             o.Texts.push_back({CheckText::Kind::Range, word.Value, r.First, r.Last});

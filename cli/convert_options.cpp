@@ -8,6 +8,7 @@
 #include <set>
 
 #include "cli/option_words.h"
+#include "cli/suggestions.h"
 
 namespace {
 
@@ -80,12 +81,13 @@ const char* const NeedsOutput = "convert needs an output (--to-zgly or --to-bmp)
 
 [[noreturn]] void Fail(const std::string& text) { throw CUsageError(text); }
 
+// Choice words are matched as people type them: "UTF-8" is "utf-8".
 int ParseChoice(const std::string& option, const std::string& text, const std::vector<std::string>& choices) {
     for (std::size_t i = 0; i < choices.size(); ++i)
-        if (text == choices[i]) return static_cast<int>(i);
+        if (SameIgnoringCase(text, choices[i])) return static_cast<int>(i);
     std::string list;
     for (const auto& c : choices) list += (list.empty() ? "" : "|") + c;
-    Fail(option + " takes " + list + ", not '" + text + "'");
+    Fail(option + " takes " + list + ", not '" + text + "'" + DidYouMean(text, choices));
 }
 
 // "a,b" or "a,b,c,d", or "WxH".
@@ -324,5 +326,6 @@ CliOptions ParseConvertOptions(const std::vector<std::string>& args) {
         // Without an offset the glyphs are centred in their cells.
         if (!seen.count("--offset")) o.OffsetLeft = o.OffsetTop = -1;
     }
+    if (o.Output == OutputKind::Bmp) CheckOutputExtension("--to-bmp", o.OutputPath, {".bmp", ".png"});
     return o;
 }

@@ -1,8 +1,10 @@
 #include "cli/options.h"
 
+#include "cli/command_help.h"
 #include "cli/convert_options.h"
 #include "cli/option_words.h"
 #include "cli/settings_replay.h"
+#include "cli/suggestions.h"
 
 #include <cerrno>
 #include <cstdint>
@@ -44,7 +46,7 @@ CliOptions ParsePreview(const std::vector<std::string>& args) {
     bool haveText = false;
     const std::set<std::string> values = {"--text", "--out", "--zoom", "--ink", "--paper"};
     for (std::size_t i = 0; i < args.size(); ++i) {
-        if (args[i].rfind("--", 0) != 0) {
+        if (args[i].rfind("-", 0) != 0) {
             if (!o.InfoPath.empty()) Fail("preview takes one ZGLY file");
             o.InfoPath = args[i];
             continue;
@@ -67,10 +69,31 @@ CliOptions ParsePreview(const std::vector<std::string>& args) {
     if (o.InfoPath.empty()) Fail("preview needs a ZGLY file");
     if (haveText == o.Sheet) Fail("preview needs exactly one of --text and --sheet");
     if (o.PngPath.empty()) Fail("preview needs --out FILE.png");
+    CheckOutputExtension("--out", o.PngPath, {".png"});
     return o;
 }
 
 }  // namespace
+
+// info, list-orders and list-fonts: --json and, for info, one file and --chars.
+static CliOptions ParseJsonCommand(CliCommand command, const std::vector<std::string>& args, bool takesFile) {
+    CliOptions o;
+    o.Command = command;
+    for (std::size_t i = 0; i < args.size(); ++i) {
+        if (takesFile && args[i].rfind("-", 0) != 0) {
+            if (!o.InfoPath.empty()) Fail("info takes one file");
+            o.InfoPath = args[i];
+            continue;
+        }
+        const std::string name = ReadOptionWord(args, i, {}, takesFile ? std::set<std::string>{"--json", "--chars"}
+                                                                        : std::set<std::string>{"--json"}).Name;
+        bool& flag = name == "--json" ? o.Json : o.InfoChars;
+        if (flag) Fail(name + " is given twice");
+        flag = true;
+    }
+    if (takesFile && o.InfoPath.empty()) Fail("info needs a ZGLY file");
+    return o;
+}
 
 CliOptions ParseCommandLine(const std::vector<std::string>& args) {
     if (args.empty()) Fail("no command given");
@@ -89,52 +112,12 @@ CliOptions ParseCommandLine(const std::vector<std::string>& args) {
     // A window's settings file becomes the options it stands for.
     if (command == "convert") return ParseConvertOptions(ExpandSettingsOption(rest));
     if (command == "preview") return ParsePreview(rest);
-    if (command == "info") {
-        CliOptions o;
-        o.Command = CliCommand::Info;
-        for (const auto& a : rest) {
-            if (a == "--json") {
-                if (o.Json) Fail("--json is given twice");
-                o.Json = true;
-            } else if (a == "--chars") {
-                if (o.InfoChars) Fail("--chars is given twice");
-                o.InfoChars = true;
-            } else if (a.rfind("--", 0) == 0) {
-                Fail("unknown option '" + a + "'");
-            } else {
-                if (!o.InfoPath.empty()) Fail("info takes one file");
-                o.InfoPath = a;
-            }
-        }
-        if (o.InfoPath.empty()) Fail("info needs a ZGLY file");
-        return o;
-    }
-    if (command == "list-orders" || command == "list-fonts") {
-        CliOptions o;
-        o.Command = command == "list-orders" ? CliCommand::ListOrders : CliCommand::ListFonts;
-        for (const auto& a : rest) {
-            if (a != "--json") Fail("unknown option '" + a + "'");
-            if (o.Json) Fail("--json is given twice");
-            o.Json = true;
-        }
-        return o;
-    }
-    Fail("unknown command '" + command + "'");
-}
-
-const char* UsageHint() {
-    return "usage: glyphwright-cli convert INPUT... OUTPUT [--filter FILE.xllt] [--chars TEXT] [--chars-file FILE]\n"
-           "                              [--range FIRST-LAST] [--threads N] [--quiet]\n"
-           "       glyphwright-cli convert --settings FILE.ini [OPTIONS]\n"
-           "       glyphwright-cli build [RECIPE] [--jobs N] [--force] [--dry-run] [--quiet]\n"
-           "       glyphwright-cli info FILE.zgly [--chars] [--json]\n"
-           "       glyphwright-cli check FILE.zgly (--chars TEXT | --chars-file FILE | --range R)... [--json]\n"
-           "       glyphwright-cli preview FILE.zgly (--text TEXT | --sheet) --out FILE.png [--zoom N] [--guides]\n"
-           "       glyphwright-cli template --order ORDER --cell WxH --baseline N [--colors 2|4|8|16] [--vertical]\n"
-           "                                --out FILE.bmp|FILE.png\n"
-           "       glyphwright-cli list-orders [--json] | list-fonts [--json]\n"
-           "       glyphwright-cli --help | --version\n"
-           "Try 'glyphwright-cli --help' for the inputs and outputs.\n";
+    if (command == "info") return ParseJsonCommand(CliCommand::Info, rest, true);
+    if (command == "list-orders") return ParseJsonCommand(CliCommand::ListOrders, rest, false);
+    if (command == "list-fonts") return ParseJsonCommand(CliCommand::ListFonts, rest, false);
+    std::vector<std::string> known = CommandNames();
+    known.insert(known.end(), {"help", "--help", "--version"});
+    Fail("unknown command '" + command + "'" + DidYouMean(command, known));
 }
 
 const char* HelpText() {

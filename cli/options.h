@@ -103,6 +103,5 @@ public:
 // for a settings file convert cannot read.
 CliOptions ParseCommandLine(const std::vector<std::string>& args);
 
-// The short hint printed after a usage error, and the full --help text.
-const char* UsageHint();
+// The full --help text.
 const char* HelpText();

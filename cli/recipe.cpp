@@ -7,6 +7,7 @@
 
 #include "cli/convert_options.h"
 #include "cli/recipe_keys.h"
+#include "cli/suggestions.h"
 #include "cli/settings_replay.h"
 #include "core/general_exception.h"
 
@@ -74,7 +75,7 @@ std::vector<Entry> CRecipeReader::ReadEntries(const toml::table& table, bool sou
         int line = static_cast<int>(k.source().begin.line);
         if (!source && name == "source") continue;
         const RecipeKey* key = FindRecipeKey(name);
-        if (!key) Fail(line, "unknown key '" + name + "' in " + where);
+        if (!key) Fail(line, "unknown key '" + name + "' in " + where + DidYouMean(name, RecipeKeyNames()));
         if (source && key->Place == RecipePlace::Font) Fail(line, "'" + name + "' belongs in [[font]], not [[font.source]]");
         if (!source && key->Place == RecipePlace::Source)
             Fail(line, "'" + name + "' belongs in a [[font.source]] table (or write from-" + name + ")");

@@ -32,6 +32,12 @@ const std::vector<RecipeKey>& Keys() {
 
 }  // namespace
 
+std::vector<std::string> RecipeKeyNames() {
+    std::vector<std::string> names = {"source"};
+    for (const RecipeKey& k : Keys()) names.push_back(k.Name);
+    return names;
+}
+
 const RecipeKey* FindRecipeKey(const std::string& name) {
     for (const RecipeKey& k : Keys())
         if (name == k.Name) return &k;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "cli/convert_options.h"
 
@@ -18,6 +19,8 @@ struct RecipeKey {
     bool StartsSource = false;
 };
 
+// Every key a table takes, for suggestions.
+std::vector<std::string> RecipeKeyNames();
 // Null for a key no table takes.
 const RecipeKey* FindRecipeKey(const std::string& name);
 // The order the options are given in, so that a source's options follow it.

@@ -4,6 +4,7 @@
 
 #include "core/font_data.h"
 #include "core/general_exception.h"
+#include "platform/paths.h"
 #include "zgly/zgly_info.h"
 
 namespace {
@@ -17,9 +18,8 @@ std::string Count(std::uintmax_t n, const char* one, const char* many) {
 std::string SummaryLine(CRunSummary s, const CliOptions& options, int warnings) {
     const std::string& path = options.OutputPath;
     if (options.Output == OutputKind::Zgly) s.TakeFromZglyFile(path);
-    std::error_code ec;
-    std::uintmax_t fileSize = std::filesystem::file_size(path, ec);
-    if (ec) fileSize = 0;
+    const int64_t size = FileSize(path);
+    const std::uintmax_t fileSize = size < 0 ? 0 : static_cast<std::uintmax_t>(size);
     std::string line = "Wrote " + path + ": " + Count(s.Glyphs, "glyph", "glyphs");
     if (s.SourceGlyphs.size() > 1) {
         line += " (";

@@ -8,6 +8,7 @@
 #include "cli/factories.h"
 #include "core/general_exception.h"
 #include "core/merged_font_reader.h"
+#include "platform/paths.h"
 #include "sources/font_catalog.h"
 #include "sources/font_face.h"
 #include "sources/font_style.h"
@@ -24,8 +25,8 @@ std::string SourceName(const CliSource& s) {
     switch (s.Input) {
     case InputKind::Font: return s.FontFace + (s.FontStyle.empty() ? "" : " " + s.FontStyle);
     case InputKind::Lc:
-        return std::filesystem::path(s.InputPath.empty() ? s.LcHalfPath : s.InputPath).filename().string();
-    default: return std::filesystem::path(s.InputPath).filename().string();
+        return PathText(std::filesystem::path(s.InputPath.empty() ? s.LcHalfPath : s.InputPath).filename());
+    default: return PathText(std::filesystem::path(s.InputPath).filename());
     }
 }
 
@@ -36,19 +37,25 @@ std::optional<bool> KnownVertical(const CliSource& s) {
     return std::nullopt;
 }
 
+// A face with a folder in its name is a font file's path, not a family.
+bool NamesAPath(const std::string& face) {
+    for (char c : face)
+        if (IsPathSeparator(c)) return true;
+    return false;
+}
+
 // A face named by path must exist; a style names the family's file for it.
 CliSource ResolveFace(const CliSource& s) {
     if (s.Input != InputKind::Font) return s;
     const FontRequest request = ParseFaceName(s.FontFace);
     const std::string& face = request.FaceName;
-    std::error_code ec;
     std::string file = face;
     int number = 0;
-    if (!std::filesystem::exists(face, ec)) SplitFaceNumber(face, file, number);
-    if (face.find('/') != std::string::npos && !std::filesystem::exists(file, ec))
+    if (!PathExists(face)) SplitFaceNumber(face, file, number);
+    if (NamesAPath(face) && !PathExists(file))
         ThrowError("Parameter Error:\n Font file(%s) does not exist.", file);
     if (s.FontStyle.empty()) return s;
-    if (face.find('/') != std::string::npos)
+    if (NamesAPath(face))
         ThrowError("Parameter Error:\n A style(%s) needs an installed family, not a font file(%s).", s.FontStyle, face);
     FontLocation location;
     if (!ResolveFamilyStyle(face, s.FontStyle, location))

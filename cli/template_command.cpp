@@ -4,6 +4,7 @@
 
 #include "bmpfont/bmp_font_layout.h"
 #include "cli/factories.h"
+#include "cli/option_words.h"
 #include "cli/options.h"
 #include "core/glyph_order.h"
 #include "xmlfiles/glyph_order_files.h"
@@ -27,15 +28,12 @@ int Number(const std::string& option, const std::string& text, int min) {
 TemplateOptions ParseTemplateCommand(const std::vector<std::string>& args) {
     TemplateOptions o;
     for (std::size_t i = 1; i < args.size(); ++i) {
-        const std::string& name = args[i];
-        if (name == "--vertical") {
-            o.Grid.Vertical = true;
-            continue;
-        }
-        if (name != "--order" && name != "--cell" && name != "--baseline" && name != "--colors" && name != "--out")
-            Fail("template does not take '" + name + "'");
-        if (i + 1 >= args.size()) Fail(name + " needs a value");
-        const std::string& value = args[++i];
+        if (args[i].rfind("-", 0) != 0) Fail("template does not take '" + args[i] + "'");
+        const OptionWord word = ReadOptionWord(args, i, {"--order", "--cell", "--baseline", "--colors", "--out"},
+                                               {"--vertical"});
+        const std::string& name = word.Name;
+        const std::string& value = word.Value;
+        if (name == "--vertical") o.Grid.Vertical = true;
         if (name == "--order") o.Order = value;
         if (name == "--out") o.OutPath = value;
         if (name == "--baseline") o.Grid.Baseline = Number(name, value, 0);
@@ -56,6 +54,7 @@ TemplateOptions ParseTemplateCommand(const std::vector<std::string>& args) {
     if (o.Grid.CellWidth == 0) Fail("template needs --cell WxH");
     if (o.Grid.Baseline < 0) Fail("template needs --baseline N");
     if (o.OutPath.empty()) Fail("template needs --out FILE.bmp|FILE.png");
+    CheckOutputExtension("--out", o.OutPath, {".bmp", ".png"});
     return o;
 }
 
@@ -66,5 +65,5 @@ void RunTemplateCommand(const TemplateOptions& o) {
     CGlyphOrder grid;
     LoadGlyphOrderFile(grid, order);
     CheckOrderGrid(grid, order);
-    WriteGridTemplate(o.OutPath, grid, o.Grid);
+    WriteGridTemplate(o.OutPath, grid, o.Grid, order.filename().string());
 }

@@ -8,6 +8,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/paths.h"
+
 class CPgCtrl;
 
 // Thrown by value with the complete, already formatted text; caught by reference.
@@ -29,7 +31,7 @@ public:
     CFormatArg(const char* v) : Text(v ? v : "(null)"), IsText(true) {}
     CFormatArg(const std::string& v) : Text(v), IsText(true) {}
     CFormatArg(std::string_view v) : Text(v), IsText(true) {}
-    CFormatArg(const std::filesystem::path& v) : Owned(v.string()), Text(Owned), IsText(true) {}
+    CFormatArg(const std::filesystem::path& v) : Owned(PathText(v)), Text(Owned), IsText(true) {}
 
     long long Number = 0;
     std::string Owned;

@@ -22,3 +22,7 @@ void ReleaseCancelSignals();
 CancelSignal ReceivedCancelSignal();
 // Ends the program by the signal, default action restored; nothing for None.
 void EndLikeTheSignal(CancelSignal signal);
+
+// A reader that went away (a closed pipe) makes writes fail instead of
+// ending the program, so that a run still writes its output file.
+void IgnoreBrokenPipes();

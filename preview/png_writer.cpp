@@ -32,9 +32,22 @@ void OnError(png_structp png, png_const_charp message) {
 
 void OnWarning(png_structp, png_const_charp) {}
 
+// The text chunks point into the picture's strings. They are built outside
+// Encode, whose setjmp must not share a function with objects that unwind.
+std::vector<png_text> TextChunks(const CPngRows& picture) {
+    std::vector<png_text> texts(picture.Text.size());
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        texts[i].compression = PNG_TEXT_COMPRESSION_NONE;
+        texts[i].key = const_cast<char*>(picture.Text[i].first.c_str());
+        texts[i].text = const_cast<char*>(picture.Text[i].second.c_str());
+    }
+    return texts;
+}
+
 // Encodes into memory; false with sink.Error set when libpng fails. Kept free
 // of objects with destructors between setjmp and the end, for longjmp.
-bool Encode(const CPngRows& picture, const std::vector<png_color>& palette, CPngSink& sink) {
+bool Encode(const CPngRows& picture, const std::vector<png_color>& palette, std::vector<png_text>& texts,
+            CPngSink& sink) {
     png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, &sink, OnError, OnWarning);
     if (!png) return false;
     png_infop info = png_create_info_struct(png);
@@ -47,6 +60,7 @@ bool Encode(const CPngRows& picture, const std::vector<png_color>& palette, CPng
                  palette.empty() ? PNG_COLOR_TYPE_RGB : PNG_COLOR_TYPE_PALETTE, PNG_INTERLACE_NONE,
                  PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
     if (!palette.empty()) png_set_PLTE(png, info, palette.data(), static_cast<int>(palette.size()));
+    if (!texts.empty()) png_set_text(png, info, texts.data(), static_cast<int>(texts.size()));
     png_write_info(png, info);
     png_write_image(png, const_cast<png_bytepp>(picture.Rows.data()));
     png_write_end(png, nullptr);
@@ -65,7 +79,8 @@ void WritePngRows(const std::filesystem::path& path, const CPngRows& picture) {
         palette.push_back(
             png_color{static_cast<png_byte>(c >> 16), static_cast<png_byte>(c >> 8), static_cast<png_byte>(c)});
     CPngSink sink;
-    if (!Encode(picture, palette, sink)) ThrowError("Internal Error:\n PNG encoding failed (%s).", sink.Error);
+    std::vector<png_text> texts = TextChunks(picture);
+    if (!Encode(picture, palette, texts, sink)) ThrowError("Internal Error:\n PNG encoding failed (%s).", sink.Error);
     CBinaryFile file(path);
     file.Open(CBinaryFile::Mode::Write);
     file.Write(sink.Bytes.data(), static_cast<uint32_t>(sink.Bytes.size()));

@@ -4,6 +4,8 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <string>
+#include <utility>
 #include <vector>
 
 struct CRgbImage;
@@ -15,6 +17,8 @@ struct CPngRows {
     int Height = 0;
     std::vector<const uint8_t*> Rows;
     std::vector<uint32_t> Palette;
+    // tEXt chunks: keyword and Latin-1 text.
+    std::vector<std::pair<std::string, std::string>> Text;
 };
 
 // Throws "Can not write to a file (%s)." style messages of the file layer, or

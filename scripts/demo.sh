@@ -94,6 +94,21 @@ for w in glyph keep-space margin fixed; do
 done
 "$py" scripts/width_types.py out/width-types.png out/width-{glyph,keep-space,margin,fixed}.png
 
+step "Soft antialiasing: the same kanji at 16 px in 16 levels with and without it -> out/kanji-soft-aa.png (docs/kanji-soft-aa.png)"
+kanji='冒険の記録を保存しますか？'
+"$cli" convert --from-font IPAGothic --size 16 --levels 16 --chars "$kanji" --to-zgly out/kanji-soft.zgly --quiet
+"$cli" convert --from-font IPAGothic --size 16 --levels 16 --no-soft-aa --chars "$kanji" --to-zgly out/kanji-hard.zgly --quiet
+"$cli" preview out/kanji-soft.zgly --text "$kanji" --zoom 3 --out out/kanji-soft.png
+"$cli" preview out/kanji-hard.zgly --text "$kanji" --zoom 3 --out out/kanji-hard.png
+"$py" - <<'PY'
+from PIL import Image
+a, b = Image.open("out/kanji-soft.png"), Image.open("out/kanji-hard.png")
+out = Image.new("RGB", (max(a.width, b.width), a.height + b.height + 6), "white")
+out.paste(a, (0, 0))
+out.paste(b, (0, a.height + 6))
+out.save("out/kanji-soft-aa.png", optimize=True)
+PY
+
 step "Grids as PNG: out/demo.zgly in 16x16 cells (smaller than its glyphs: clipped, with a warning) -> out/demo-16.png, read back"
 "$cli" convert --from-zgly out/demo.zgly --to-bmp out/demo-16.png --to-order Latin1 --cell 16x16
 "$cli" convert --from-bmp out/demo-16.png --from-order Latin1 --colors 16 --to-zgly out/demo-from-png.zgly

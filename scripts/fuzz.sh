@@ -11,7 +11,8 @@ cd "$(dirname "$0")/.."
 root=$PWD
 bash scripts/setup.sh
 build=$root/build-fuzz
-targets=(bmp_loader grid_picture grid_reader order_loader filter_loader zgly_reader zgly_info lc_reader settings_ini)
+targets=(bmp_loader grid_picture grid_reader order_loader filter_loader zgly_reader zgly_info lc_reader settings_ini
+  recipe chars_file settings_replay)
 
 usage() { sed -n '2,8p' "$0" | sed 's/^# \{0,1\}//'; exit 2; }
 [[ $# -ge 1 ]] || usage

@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds, and runs every test through CTest.
+# Installs what is missing, builds, and runs every test through CTest; then the
+# cross targets (WebAssembly, Windows) against the native command line.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 bash scripts/setup.sh
@@ -15,3 +16,7 @@ bash scripts/web.sh
 native="${BUILD_DIR:-build}/bin/glyphwright-cli"
 bash tests/web/node_test.sh "$native" out/npm
 /usr/bin/python3 tests/web/browser_test.py out/web "$native" out/web-page.png
+
+# The Windows command line, cross-built, under Wine against the native one.
+bash scripts/windows.sh
+bash tests/windows/run.sh "${WINDOWS_BUILD_DIR:-build-windows}/bin/glyphwright-cli.exe" "$native"

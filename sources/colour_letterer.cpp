@@ -4,6 +4,8 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "sources/face_file.h"
+
 namespace {
 
 // The source pixels one target pixel covers along one axis, with the share
@@ -33,7 +35,7 @@ std::vector<std::vector<Tap>> Taps(int targetFrom, int targetTo, double from, in
 bool IsColourBitmapFont(const FontLocation& location) {
     FtLibraryPtr lib = MakeFtLibrary();
     FT_Face face = nullptr;
-    if (FT_New_Face(lib.get(), location.File.c_str(), location.Index, &face) != 0) return false;
+    if (OpenFaceFile(lib.get(), location.File, location.Index, &face) != 0) return false;
     const bool colour = FT_HAS_COLOR(face) && !FT_IS_SCALABLE(face) && face->num_fixed_sizes > 0;
     FT_Done_Face(face);
     return colour;

@@ -1,7 +1,7 @@
 // The fonts installed in the system, found by family name: the one place
-// that asks the system's font catalog (fontconfig). A build without a catalog
-// (GLYPHWRIGHT_FONTCONFIG off) finds no installed fonts; faces are then given
-// as font files.
+// that asks the system's font catalog (fontconfig; on Windows the font files
+// the system lists). Elsewhere a build without fontconfig (GLYPHWRIGHT_FONTCONFIG
+// off) finds no installed fonts; faces are then given as font files.
 #pragma once
 
 #include <string>

@@ -4,11 +4,13 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
-#include <fstream>
 
 #include FT_TRUETYPE_TABLES_H
 
 #include "core/general_exception.h"
+#include "platform/file_handle.h"
+#include "platform/paths.h"
+#include "sources/face_file.h"
 #include "sources/font_catalog.h"
 
 FontRequest ParseFaceName(const std::string& faceName) {
@@ -29,9 +31,9 @@ int StrikeDistance(const FT_Bitmap_Size& strike, int32_t size) {
 
 // The distance of the face's nearest strike to the size; -1 when the file
 // has no strikes or is not a font.
-int NearestStrikeDistance(FT_Library lib, const char* file, int index, int32_t size) {
+int NearestStrikeDistance(FT_Library lib, const std::filesystem::path& file, int index, int32_t size) {
     FT_Face face = nullptr;
-    if (FT_New_Face(lib, file, index, &face) != 0) return -1;
+    if (OpenFaceFile(lib, file, index, &face) != 0) return -1;
     int best = -1;
     for (int i = 0; i < face->num_fixed_sizes; ++i) {
         int d = StrikeDistance(face->available_sizes[i], size);
@@ -46,10 +48,10 @@ int NearestStrikeDistance(FT_Library lib, const char* file, int index, int32_t s
 FontLocation NearestStrikeFile(const InstalledFamilyMatch& match, int32_t size) {
     FontLocation best = match.Font;
     FtLibraryPtr lib = MakeFtLibrary();
-    int bestDistance = NearestStrikeDistance(lib.get(), best.File.c_str(), best.Index, size);
+    int bestDistance = NearestStrikeDistance(lib.get(), best.File, best.Index, size);
     for (const FontLocation& file : match.StyleFiles) {
         if (bestDistance == 0) break;
-        int d = NearestStrikeDistance(lib.get(), file.File.c_str(), file.Index, size);
+        int d = NearestStrikeDistance(lib.get(), file.File, file.Index, size);
         if (d >= 0 && (bestDistance < 0 || d < bestDistance)) {
             bestDistance = d;
             best = file;
@@ -59,11 +61,10 @@ FontLocation NearestStrikeFile(const InstalledFamilyMatch& match, int32_t size) 
 }
 
 bool IsFontFile(const std::filesystem::path& path) {
-    std::error_code ec;
-    if (!std::filesystem::is_regular_file(path, ec)) return false;
+    if (!IsRegularFile(path)) return false;
     FtLibraryPtr lib = MakeFtLibrary();
     FT_Face face = nullptr;
-    if (FT_New_Face(lib.get(), path.c_str(), 0, &face) != 0) return false;
+    if (OpenFaceFile(lib.get(), path, 0, &face) != 0) return false;
     FT_Done_Face(face);
     return true;
 }
@@ -109,7 +110,7 @@ bool ResolveFontName(const std::string& name, FontLocation& out, int32_t size) {
 bool IsBitmapOnly(const FontLocation& location) {
     FtLibraryPtr lib = MakeFtLibrary();
     FT_Face face = nullptr;
-    if (FT_New_Face(lib.get(), location.File.c_str(), location.Index, &face) != 0) return false;
+    if (OpenFaceFile(lib.get(), location.File, location.Index, &face) != 0) return false;
     bool bitmapOnly = !FT_IS_SCALABLE(face);
     FT_Done_Face(face);
     return bitmapOnly;
@@ -122,13 +123,12 @@ FtLibraryPtr MakeFtLibrary() {
 }
 
 void LoadFontBytes(FontLocation& location) {
-    std::ifstream in(location.File, std::ios::binary | std::ios::ate);
-    if (!in) return;
-    const std::streamoff size = in.tellg();
+    CFileHandle in;
+    if (!in.OpenForReading(location.File)) return;
+    const int64_t size = in.Size();
     if (size <= 0) return;
     auto bytes = std::make_shared<std::vector<FT_Byte>>(static_cast<std::size_t>(size));
-    in.seekg(0);
-    if (!in.read(reinterpret_cast<char*>(bytes->data()), size)) return;
+    if (in.Read(bytes->data(), bytes->size()) != size) return;
     location.Bytes = std::move(bytes);
 }
 
@@ -136,7 +136,7 @@ CFontFace::CFontFace(const FontLocation& location, int32_t size) : Bytes(locatio
     FT_Face face = nullptr;
     const FT_Error error =
         Bytes ? FT_New_Memory_Face(Library.get(), Bytes->data(), static_cast<FT_Long>(Bytes->size()), location.Index, &face)
-              : FT_New_Face(Library.get(), location.File.c_str(), location.Index, &face);
+              : OpenFaceFile(Library.get(), location.File, location.Index, &face);
     if (error != 0) ThrowError("Internal Error:\n Fail to create font.");
     FacePtr.reset(face);
     if (!location.Axes.empty()) SetAxes(location.Axes);

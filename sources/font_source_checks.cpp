@@ -6,7 +6,9 @@
 #include <set>
 
 #include "core/general_exception.h"
+#include "platform/paths.h"
 #include "sources/colour_letterer.h"
+#include "sources/face_file.h"
 #include "sources/font_catalog.h"
 
 namespace {
@@ -29,9 +31,9 @@ int StrikeSize(const FT_Bitmap_Size& strike, bool cellHeights) {
     return cellHeights ? strike.height : static_cast<int>((strike.y_ppem + 32) >> 6);
 }
 
-void AddStrikes(FT_Library lib, const char* file, int index, bool cellHeights, std::set<int>& sizes) {
+void AddStrikes(FT_Library lib, const std::filesystem::path& file, int index, bool cellHeights, std::set<int>& sizes) {
     FT_Face face = nullptr;
-    if (FT_New_Face(lib, file, index, &face) != 0) return;
+    if (OpenFaceFile(lib, file, index, &face) != 0) return;
     if (!FT_IS_SCALABLE(face))
         for (int i = 0; i < face->num_fixed_sizes; ++i) sizes.insert(StrikeSize(face->available_sizes[i], cellHeights));
     FT_Done_Face(face);
@@ -52,11 +54,10 @@ std::string FreeTypeErrorText(FT_Error error) {
 }
 
 void CheckReadableFontFile(const std::string& name) {
-    std::error_code ec;
-    if (name.empty() || !std::filesystem::is_regular_file(name, ec)) return;
+    if (name.empty() || !IsRegularFile(name)) return;
     FtLibraryPtr lib = MakeFtLibrary();
     FT_Face face = nullptr;
-    const FT_Error error = FT_New_Face(lib.get(), name.c_str(), 0, &face);
+    const FT_Error error = OpenFaceFile(lib.get(), name, 0, &face);
     if (error == 0) {
         FT_Done_Face(face);
         return;
@@ -93,13 +94,13 @@ void CheckSizeFits(const FontLocation& location, int32_t size) {
 std::vector<int> StrikeSizes(const std::string& name, const FontLocation& location, bool cellHeights) {
     std::set<int> sizes;
     FtLibraryPtr lib = MakeFtLibrary();
-    AddStrikes(lib.get(), location.File.c_str(), location.Index, cellHeights, sizes);
+    AddStrikes(lib.get(), location.File, location.Index, cellHeights, sizes);
     // A family named by name may ship one file per size.
     std::error_code ec;
     InstalledFamilyMatch match;
     if (!std::filesystem::is_regular_file(name, ec) && FindInstalledFamily(name, match))
         for (const FontLocation& file : match.StyleFiles)
-            AddStrikes(lib.get(), file.File.c_str(), file.Index, cellHeights, sizes);
+            AddStrikes(lib.get(), file.File, file.Index, cellHeights, sizes);
     return {sizes.begin(), sizes.end()};
 }
 
@@ -109,7 +110,7 @@ void CheckStrikeSize(const std::string& name, const FontLocation& location, int3
     const bool cellHeights = size > 0;
     // The file the family lookup picked is the nearest; it must be exact.
     std::set<int> own;
-    AddStrikes(MakeFtLibrary().get(), location.File.c_str(), location.Index, cellHeights, own);
+    AddStrikes(MakeFtLibrary().get(), location.File, location.Index, cellHeights, own);
     if (own.count(std::abs(size))) return;
     const std::vector<int> sizes = StrikeSizes(name, location, cellHeights);
     if (cellHeights)
@@ -123,7 +124,7 @@ void CheckStrikeSize(const std::string& name, const FontLocation& location, int3
 void CheckCharset(const std::string& name, const FontLocation& location) {
     FtLibraryPtr lib = MakeFtLibrary();
     FT_Face face = nullptr;
-    if (FT_New_Face(lib.get(), location.File.c_str(), location.Index, &face) != 0) return;
+    if (OpenFaceFile(lib.get(), location.File, location.Index, &face) != 0) return;
     FtFacePtr owner(face);
     if (FT_Select_Charmap(face, FT_ENCODING_UNICODE) != 0) CCharsetMap::ForFace(face, name);
 }
@@ -144,7 +145,7 @@ std::vector<FontAxisRange> FontAxes(const FontLocation& location) {
     std::vector<FontAxisRange> axes;
     FtLibraryPtr lib = MakeFtLibrary();
     FT_Face face = nullptr;
-    if (FT_New_Face(lib.get(), location.File.c_str(), location.Index & 0xFFFF, &face) != 0) return axes;
+    if (OpenFaceFile(lib.get(), location.File, location.Index & 0xFFFF, &face) != 0) return axes;
     FtFacePtr owner(face);
     FT_MM_Var* mm = nullptr;
     if (!FT_HAS_MULTIPLE_MASTERS(face) || FT_Get_MM_Var(face, &mm) != 0) return axes;
@@ -161,7 +162,7 @@ void CheckFaceAndAxes(const std::string& name, const FontLocation& location) {
     if (SplitFaceNumber(name, file, number)) {
         FtLibraryPtr lib = MakeFtLibrary();
         FT_Face face = nullptr;
-        if (FT_New_Face(lib.get(), location.File.c_str(), -1, &face) == 0) {
+        if (OpenFaceFile(lib.get(), location.File, -1, &face) == 0) {
             const long faces = face->num_faces;
             FT_Done_Face(face);
             // The high bits name a variable font's instance, not a face.

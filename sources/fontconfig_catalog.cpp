@@ -2,6 +2,7 @@
 #include "sources/font_catalog.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cmath>
 #include <map>
 #include <memory>
@@ -139,6 +140,25 @@ bool FindInstalledFamily(const std::string& family, InstalledFamilyMatch& out) {
     return true;
 }
 
+namespace {
+
+// Style names are typed as "Extra Light" as often as "extralight".
+std::string FoldedStyle(const std::string& name) {
+    std::string folded;
+    for (char c : name)
+        if (c != ' ') folded += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    return folded;
+}
+
+bool HasStyle(FcPattern* font, const std::string& wanted) {
+    FcChar8* value = nullptr;
+    for (int i = 0; FcPatternGetString(font, FC_STYLE, i, &value) == FcResultMatch; ++i)
+        if (FoldedStyle(reinterpret_cast<const char*>(value)) == FoldedStyle(wanted)) return true;
+    return false;
+}
+
+}  // namespace
+
 bool ResolveFamilyStyle(const std::string& family, const std::string& style, FontLocation& out) {
     if (!FcInit()) return false;
     // Listing rather than matching: fontconfig's best match would hand back
@@ -150,7 +170,7 @@ bool ResolveFamilyStyle(const std::string& family, const std::string& style, Fon
     if (!fonts) return false;
     for (int i = 0; i < fonts->nfont; ++i) {
         FcPattern* font = fonts->fonts[i];
-        if (!HasName(font, FC_FAMILY, family) || !HasName(font, FC_STYLE, style)) continue;
+        if (!HasName(font, FC_FAMILY, family) || !HasStyle(font, style)) continue;
         FcChar8* file = nullptr;
         if (FcPatternGetString(font, FC_FILE, 0, &file) != FcResultMatch) continue;
         int index = 0;

@@ -190,7 +190,13 @@ void CMainDlg::BuildLayout() {
     connect(ShowOptionsButton, &QToolButton::clicked, this, [this] { ShowOptions(); });
     connect(HideOptionsButton, &QToolButton::clicked, this, [this] { HideOptions(); });
     auto* escape = MakeChild<QShortcut>(this, QKeySequence(Qt::Key_Escape));
-    connect(escape, &QShortcut::activated, this, [this] { close(); });
+    // The message window, a tool window, shares this shortcut: Esc pressed
+    // there closes it alone.
+    connect(escape, &QShortcut::activated, this, [this] {
+        QWidget* active = QApplication::activeWindow();
+        if (active == Messages.get() || active == Preview.get()) active->close();
+        else close();
+    });
 }
 
 namespace {
@@ -421,8 +427,17 @@ void CMainDlg::showEvent(QShowEvent* event) {
     // Sizes measured before the first show miss the style's final metrics.
     if (!event->spontaneous() && !Shown) {
         adjustSize();
-        // The window starts in the middle of its screen.
-        if (QScreen* where = screen()) move(CentredTopLeft(where->availableGeometry(), frameGeometry().size()));
+        // The window starts in the middle of its screen, and wholly on it.
+        if (QScreen* where = screen()) {
+            const QRect area = where->availableGeometry();
+            const QSize frame = frameGeometry().size();
+            const QRect fitted = FitInside(area, QRect(CentredTopLeft(area, frame), frame));
+            resize(fitted.size() - (frame - size()));
+            move(fitted.topLeft());
+        }
+        // A warning of the start-up opened the message window before this
+        // window had its place; it moves beside it now.
+        if (Messages->IsShown()) Messages->Show(this);
     }
     Shown = true;
     CDlg::showEvent(event);

@@ -38,6 +38,7 @@ CPathComboBox::CPathComboBox(QWidget* parent) : QComboBox(parent) {
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     setMinimumContentsLength(20);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    setFocusPolicy(Qt::StrongFocus);
     // Drops are taken by the main window, which routes them by area.
     lineEdit()->setAcceptDrops(false);
     setAcceptDrops(false);
@@ -54,6 +55,12 @@ void CPathComboBox::keyPressEvent(QKeyEvent* event) {
 }
 
 void CPathComboBox::wheelEvent(QWheelEvent* event) {
+    // A wheel turned while passing over the field scrolls nothing: only the
+    // field being typed in changes its path.
+    if (!hasFocus()) {
+        event->ignore();
+        return;
+    }
     TextBeforeChoice = currentText();
     QComboBox::wheelEvent(event);
 }
@@ -127,7 +134,8 @@ void CPathCombo::Browse() {
     QFileDialog dialog(Parent, "Select File");
     dialog.setAcceptMode(FieldKind.OpenMode ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
     dialog.setFileMode(FieldKind.OpenMode ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
-    dialog.setNameFilters(FieldKind.Filter.split(";;"));
+    // "*.*" means every file on Windows; Qt would ask for a dot in the name.
+    dialog.setNameFilters(QString(FieldKind.Filter).replace("(*.*)", "(*)").split(";;"));
     dialog.setDefaultSuffix(FieldKind.DefaultExtension);
     QString current = ComboBox->currentText().left(259);
     if (!current.isEmpty()) dialog.selectFile(current);

@@ -4,6 +4,7 @@
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QImage>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPixmap>
 #include <QPlainTextEdit>
@@ -107,6 +108,7 @@ void CPreviewWnd::Open(const std::filesystem::path& file, QWidget* mainWindow) {
         Placement.Apply(*this, below, QSize(200, 150));
     }
     show();
+    Placement.KeepOnScreen(*this);
     raise();
 }
 
@@ -136,3 +138,8 @@ void CPreviewWnd::ShowError(const std::string& text) {
 
 QString CPreviewWnd::ErrorText() const { return Picture->pixmap().isNull() ? Picture->text() : QString(); }
 
+// Esc closes the preview alone.
+void CPreviewWnd::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape) close();
+    else CDlg::keyPressEvent(event);
+}

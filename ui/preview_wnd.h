@@ -37,6 +37,9 @@ public:
     QScrollArea* PictureArea;
     QLabel* Picture;
 
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
 private:
     void ShowError(const std::string& text);
 

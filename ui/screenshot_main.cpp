@@ -1,6 +1,6 @@
 // Opens the window on a fresh settings file, selects each tab in turn and
 // saves pictures of it: glyphwright_screenshots OUTPUT_DIR SETTINGS_FILE [FILE.zgly]
-// (with a ZGLY file, its preview window too)
+// (with a ZGLY file, its preview window too, alone and on the screen)
 #include <QApplication>
 #include <QCursor>
 #include <QLineEdit>
@@ -97,6 +97,7 @@ int main(int argc, char** argv) {
         window.OutZarnic->FontField->SetText(argv[3]);
         window.OpenPreview();
         Save(window.Preview.get(), dir, "preview");
+        SaveScreen(dir, "screen-preview");
     }
     return 0;
 }

@@ -1,6 +1,7 @@
 #include "ui/warning_wnd.h"
 
 #include <QCloseEvent>
+#include <QKeyEvent>
 #include <QGuiApplication>
 #include <QPlainTextEdit>
 #include <QScreen>
@@ -82,6 +83,7 @@ void CWarningWnd::Show(QWidget* mainWindow) {
                                : QPoint(0, 0);
     Placement.Apply(*this, beside);
     show();
+    Placement.KeepOnScreen(*this);
     raise();
     View->verticalScrollBar()->setValue(View->verticalScrollBar()->maximum());
 }
@@ -91,6 +93,12 @@ void CWarningWnd::Close() {
     hide();
 }
 
+
+// Esc closes this window, as it closes a dialog, and never the main window.
+void CWarningWnd::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape) close();
+    else CDlg::keyPressEvent(event);
+}
 
 void CWarningWnd::closeEvent(QCloseEvent* event) {
     Shown = false;

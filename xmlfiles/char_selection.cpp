@@ -69,9 +69,9 @@ private:
 };
 
 void LoadTextFile(CCharCollector& chars, const std::filesystem::path& path, int encoding) {
-    if (path.empty() || !FileExists(path)) ThrowError("Parameter Error:\n Characters file(%s) does not exist.", path.string());
+    if (path.empty() || !FileExists(path)) ThrowError("Parameter Error:\n Characters file(%s) does not exist.", path);
     const std::vector<uint8_t> bytes = ReadWholeFile(path);
-    const std::string what = FormatString("Characters file(%s)", path.string());
+    const std::string what = FormatString("Characters file(%s)", path);
     // A text file cut short in a build must not pass unnoticed.
     const std::string text =
         DecodeTextToUtf8(std::string_view(reinterpret_cast<const char*>(bytes.data()), bytes.size()), encoding, what);
@@ -127,7 +127,7 @@ void LoadCharSelection(CFontFilter& filter, const CharSelection& selection) {
     }
     for (const auto& path : selection.TextFiles) {
         LoadTextFile(chars, path, selection.TextEncoding);
-        names.push_back(FormatString("Characters file(%s)", path.string()));
+        names.push_back(FormatString("Characters file(%s)", path));
     }
     for (const auto& [first, last] : selection.Ranges) {
         chars.AddRange(first, last);
@@ -143,5 +143,5 @@ void LoadCharSelection(CFontFilter& filter, const CharSelection& selection) {
 
 void LoadFilterFile(CFontFilter& filter, const std::filesystem::path& path) {
     LoadFilterInto(filter, path, TextEncodingAuto);
-    if (IsTextFile(path)) CheckNotEmpty(filter, {FormatString("Filter file(%s)", path.string())});
+    if (IsTextFile(path)) CheckNotEmpty(filter, {FormatString("Filter file(%s)", path)});
 }

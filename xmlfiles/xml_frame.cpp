@@ -16,6 +16,7 @@
 #include "core/general_exception.h"
 #include "core/utf8.h"
 #include "platform/file_handle.h"
+#include "platform/paths.h"
 #include "xmlfiles/xml_encodings.h"
 
 namespace {
@@ -235,7 +236,7 @@ int CXmlParse::OnExternalEntity(XML_Parser parser, const XML_Char*, const XML_Ch
 }  // namespace
 
 void ParseXmlFile(CXmlHandlerBase& handler, const std::filesystem::path& path, const XmlFailureTexts& texts) {
-    std::string systemId = path.string();
+    std::string systemId = PathText(path);
     CFileHandle file;
     if (!file.OpenAnyForReading(path))
         ThrowError(texts.Library, FormatString("unable to open the file '%s': %s", systemId, LastSystemErrorText()));

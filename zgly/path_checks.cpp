@@ -19,8 +19,9 @@ void CheckOutputFile(const std::filesystem::path& path) {
         return;
     }
     // The directory part as written, keeping its trailing separator.
-    std::string text = path.string();
-    auto slash = text.find_last_of('/');
-    const std::string dir = slash == std::string::npos ? std::string(".") : text.substr(0, slash + 1);
+    const std::string text = PathText(path);
+    std::size_t end = text.size();
+    while (end > 0 && !IsPathSeparator(text[end - 1])) --end;
+    const std::string dir = end == 0 ? std::string(".") : text.substr(0, end);
     if (!FileExists(dir)) ThrowError("Parameter Error:\n Directory(%s) not exists.", dir);
 }

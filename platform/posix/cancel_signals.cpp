@@ -59,6 +59,8 @@ CancelSignal ReceivedCancelSignal() {
     }
 }
 
+void IgnoreBrokenPipes() { std::signal(SIGPIPE, SIG_IGN); }
+
 void EndLikeTheSignal(CancelSignal signal) {
     const int number = SignalNumber(signal);
     if (number == 0) return;

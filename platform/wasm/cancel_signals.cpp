@@ -10,3 +10,6 @@ void ReleaseCancelSignals() {}
 CancelSignal ReceivedCancelSignal() { return CancelSignal::None; }
 
 void EndLikeTheSignal(CancelSignal) {}
+
+// Node writes to a closed pipe without a signal; nothing to ignore.
+void IgnoreBrokenPipes() {}

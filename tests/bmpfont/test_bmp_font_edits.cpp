@@ -173,16 +173,32 @@ TEST_F(BmpFontEdits, MalformedInputsGiveTheirMessages) {
 TEST_F(BmpFontEdits, ColorsTheDepthDropsAndPalettesOutOfOrder) {
     // A 16-level grid read with 2 and 4 colours: 15 greys, black among them.
     WriteGrid(4);
-    for (auto [bpp, colors] : {std::pair{1, 2}, std::pair{2, 4}}) {
+    // The greys the depth lacks are named with the first pixel of each.
+    const std::pair<int, std::string> dropped[] = {
+        {1, "The picture uses 15 ink colors, but 2 colors keep only 1 of them; read it with 16 colors. Colors beyond "
+            "the 2-color grid: #111111 (first at 6,5), #222222 (first at 5,5), #333333 (first at 4,5), #444444 (first "
+            "at 3,5), #555555 (first at 8,4) and 9 more."},
+        {2, "The picture uses 15 ink colors, but 4 colors keep only 3 of them; read it with 16 colors. Colors beyond "
+            "the 4-color grid: #111111 (first at 6,5), #222222 (first at 5,5), #333333 (first at 4,5), #444444 (first "
+            "at 3,5), #666666 (first at 7,4) and 7 more."}};
+    for (const auto& [bpp, warning] : dropped) {
         EXPECT_EQ(Read(Grid, Abcd, bpp), "");
-        EXPECT_EQ(Pg.Warnings,
-                  std::vector<std::string>{"The picture uses 15 ink colors, but " + std::to_string(colors) +
-                                           " colors keep only " + std::to_string(colors - 1) +
-                                           " of them; read it with 16 colors."})
-            << bpp;
+        EXPECT_EQ(Pg.Warnings, std::vector<std::string>{warning}) << bpp;
     }
     EXPECT_EQ(Read(Grid, Abcd, 4), "");
     EXPECT_TRUE(Pg.Warnings.empty());
+
+    // Stray paint is no grey: more colours would not help, so none are advised.
+    WriteGrid(2);
+    {
+        GridBytes red(Grid);
+        red.SetPalette(1, 0xFF0000);
+        red.Save();
+    }
+    EXPECT_EQ(Read(Grid, Abcd, 1), "");
+    EXPECT_EQ(Pg.Warnings, std::vector<std::string>{
+                               "The picture uses 3 ink colors, but 2 colors keep only 1 of them. Colors that are not "
+                               "grey: #FF0000 (first at 5,3); paint them over in white, the greys or black."});
 
     // A 4-level grid re-saved with white at index 2 (as an editor reorders it):
     // the pixels keep their colours, the indices move.
@@ -234,7 +250,7 @@ TEST_F(BmpFontEdits, GlyphsWithoutWidthLinesAndGridsWithoutInk) {
     for (bool vertical : {false, true})
         for (const char* name : {"blank.bmp", "blank.png"}) {
             Grid = Dir / name;
-            WriteGridTemplate(Grid, order, GridTemplateSettings{8, 10, 7, 2, vertical});
+            WriteGridTemplate(Grid, order, GridTemplateSettings{8, 10, 7, 2, vertical}, "");
             EXPECT_EQ(Read(Grid, Abcd, 2), noInk(Grid)) << name << vertical;
             EXPECT_TRUE(Pg.Warnings.empty()) << name << vertical;
         }

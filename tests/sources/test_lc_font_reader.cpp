@@ -7,6 +7,11 @@
 #include "xmlfiles/test_support.h"
 #include "core/headless_pg_ctrl.h"
 #include "sources/lc_font_reader.h"
+#include "sources/lc_half_width_map.h"
+
+#include <fstream>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -105,4 +110,22 @@ TEST_F(LcFontReader, DefaultMappingWinsFilterAppliesAndChecksComeFirst) {
                   {main, "", ""}};
     for (const auto& c : checks)
         EXPECT_EQ(ErrorOf([&] { CLcFontReader(c.Main, c.Half, false, false, false).CheckParameters(); }), c.Message);
+}
+
+// The whole half-width map, entry by entry, against a list written out
+// independently of the code.
+TEST(LcHalfWidthMap, EveryEntryAsListed) {
+    std::ifstream in(std::string(GLYPHWRIGHT_TEST_DATA) + "/data/lc-half-width.txt");
+    ASSERT_TRUE(in);
+    std::vector<HalfWidthEntry> listed;
+    for (std::string line; std::getline(in, line);) {
+        if (line.empty() || line[0] == '#') continue;
+        listed.push_back({static_cast<uint16_t>(std::stoul(line.substr(0, 4), nullptr, 16)),
+                          static_cast<char16_t>(std::stoul(line.substr(5, 4), nullptr, 16))});
+    }
+    ASSERT_EQ(listed.size(), HalfWidthCodeMap.size());
+    for (std::size_t i = 0; i < listed.size(); ++i) {
+        EXPECT_EQ(HalfWidthCodeMap[i].ShiftJis, listed[i].ShiftJis) << "entry " << i;
+        EXPECT_EQ(HalfWidthCodeMap[i].Unicode, listed[i].Unicode) << "entry " << i;
+    }
 }

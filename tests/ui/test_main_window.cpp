@@ -113,8 +113,9 @@ TEST_F(WindowTest, ErrorsAndWarningsGoToTheMessageWindow) {
     const std::string& text = w->Messages->GetText();
     EXPECT_EQ(text.rfind("---------------------- Error -------------------------------- \r\n", 0), 0u) << text;
     EXPECT_NE(text.find("missing.ZGLY"), std::string::npos);
-    // Where it was left, as a tool window owned by the main window, stacked above it.
-    EXPECT_EQ(w->Messages->pos(), QPoint(-5, 10));
+    // Where it was left, pulled onto the screen, as a tool window owned by the
+    // main window, stacked above it.
+    EXPECT_EQ(w->Messages->pos(), QPoint(0, 10));
     EXPECT_EQ(w->Messages->size(), QSize(320, 150));
     EXPECT_EQ(w->Messages->windowType(), Qt::Tool);
     EXPECT_EQ(w->Messages->parentWidget(), w.get());

@@ -146,30 +146,15 @@ TEST(GlyphOrderFile, SearchListsLoadableOrdersAndWarnsAboutOthers) {
     EXPECT_EQ(pg.Warnings[0], "XML Error:\n letter-order version mismatch(1.1: must be 1.0)\n");
 }
 
-TEST(GlyphOrderFile, ShippedOrdersLoad) {
+// Their cells are checked whole in test_shipped_files.cpp; here, that the
+// search beside the program finds each with its title and comment.
+TEST(GlyphOrderFile, ShippedOrdersAreFound) {
     std::vector<GlyphOrderInfo> list;
     FindGlyphOrderFiles(list);
-    std::map<std::string, std::pair<int, int>> sizes{{"ASCII.xlor", {16, 6}},
-                                                     {"Latin1.xlor", {16, 12}},
-                                                     {"CP1252.xlor", {16, 14}},
-                                                     {"Kana.xlor", {16, 20}},
-                                                     {"JIS-X-0208.xlor", {94, 94}}};
-    for (const auto& [name, size] : sizes) {
+    for (const char* name : {"ASCII.xlor", "Latin1.xlor", "CP1252.xlor", "Kana.xlor", "JIS-X-0208.xlor"}) {
         auto it = std::find_if(list.begin(), list.end(), [&](const GlyphOrderInfo& i) { return i.FileName == name; });
         ASSERT_NE(it, list.end()) << name;
         EXPECT_FALSE(it->Title.empty());
         EXPECT_FALSE(it->Comment.empty());
-        CGlyphOrder order;
-        LoadGlyphOrderFile(order, it->Path);
-        EXPECT_EQ(order.Width, size.first) << name;
-        EXPECT_EQ(order.Height, size.second) << name;
-        EXPECT_EQ(order.Codes.size(), static_cast<std::size_t>(size.first * size.second)) << name;
     }
-    CGlyphOrder latin;
-    LoadGlyphOrderFile(latin, std::find_if(list.begin(), list.end(), [](const auto& i) { return i.FileName == "Latin1.xlor"; })->Path);
-    EXPECT_EQ(latin.GetCode(0, 0), 0x20);
-    EXPECT_EQ(latin.GetCode(1, 2), 'A');
-    EXPECT_EQ(latin.GetCode(15, 5), NoCode);
-    EXPECT_EQ(latin.GetCode(0, 6), 0xA0);
-    EXPECT_EQ(latin.GetCode(15, 11), 0xFF);
 }
