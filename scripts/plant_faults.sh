@@ -2,10 +2,11 @@
 # Plants known faults one at a time into the working tree, rebuilds, runs the
 # whole suite and says whether a test failed ("caught") or not ("MISSED").
 # Every fault is reverted with git before the next one, also on Ctrl-C.
-#   scripts/plant_faults.sh [NAME-PATTERN]     (the working tree must be clean
-#   in the files the faults touch)
+#   scripts/plant_faults.sh [NAME-PATTERN]   (a glob: 'r3-', '@(zoom-16-refused|r3-utf8-*)')
+# The working tree must be clean in the files the faults touch.
 # A fault is one line: name | file | perl substitution (applied to that file once).
 set -uo pipefail
+shopt -s extglob
 cd "$(dirname "$0")/.."
 BUILD=${BUILD_DIR:-build}
 # The programs the tests run; benchmarks and the fuzzers are left out for speed.
