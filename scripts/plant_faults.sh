@@ -105,6 +105,11 @@ r3-fresh-temp-removed | platform/posix/save_target.cpp | s/now - written > Stale
 r3-hangup-as-terminate | platform/posix/cancel_signals.cpp | s/case SIGHUP: return CancelSignal::HangUp;/case SIGHUP: return CancelSignal::Terminate;/
 r3-cancel-exit-not-signal | platform/posix/cancel_signals.cpp | s/std::raise\(number\);/;/
 r3-child-folder-ignored | platform/posix/child_process.cpp | s/if \(::chdir\(folder\.c_str\(\)\) != 0\) ::_exit\(127\);/;/
+r3-pc-choice-case | cli/convert_options.cpp | s/if \(SameIgnoringCase\(text, choices\[i\]\)\) return/if (text == choices[i]) return/
+r3-pc-suggestion-reach | cli/suggestions.cpp | s/static_cast<int>\(letters\) \/ 4\)/static_cast<int>(letters) \/ 8)/
+r3-pc-suggestion-swap | cli/suggestions.cpp | s/row\[j\] = std::min\(row\[j\], before\[j - 2\] \+ 1\);/;/
+r3-pc-output-extension-case | cli/option_words.cpp | s/SameIgnoringCase\(path\.substr\(path\.size\(\) - ext\.size\(\)\), ext\)/path.substr(path.size() - ext.size()) == ext/
+r3-pc-cancel-message | cli/main.cpp | s/existed \? " was left as it was\." : " was not created\."/existed ? " was not created." : " was left as it was."/
 LIST
 )
 
