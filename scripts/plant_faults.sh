@@ -11,7 +11,11 @@ cd "$(dirname "$0")/.."
 BUILD=${BUILD_DIR:-build}
 # The programs the tests run; benchmarks and the fuzzers are left out for speed.
 TARGETS="glyphwright-cli test_core test_zgly test_preview test_bmpfont test_xmlfiles test_sources test_cli test_robustness"
-grep -q '^test_ui:' <(cmake --build "$BUILD" --target help 2>/dev/null | sed 's/^\.\.\. //; s/ .*//; s/$/:/') && TARGETS="$TARGETS test_ui"
+# The window and what an install takes (the installed program's test runs it), where built.
+known=$(cmake --build "$BUILD" --target help 2>/dev/null | sed 's/^\.\.\. //; s/ .*//; s/$/:/')
+for t in test_ui glyphwright glyphwright_package_docs glyphwright_xlor glyphwright_filters; do
+    grep -q "^$t:" <<< "$known" && TARGETS="$TARGETS $t"
+done
 PATTERN=${1:-}
 
 FAULTS=$(cat <<'LIST'
