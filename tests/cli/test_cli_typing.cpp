@@ -55,7 +55,7 @@ TEST(CliTyping, NearMissesAreNamedInOneLineAndAHint) {
         {"buld", "unknown command 'buld' (did you mean build?)"},
         {"info --jsno in.zgly", "unknown option '--jsno' (did you mean --json?)"},
         {"list-fonts --jason", "unknown option '--jason' (did you mean --json?)"},
-        {"check in.zgly --chars A --chars-encodng utf-8", "unknown option '--chars-encodng' (did you mean --chars-encoding?)"},
+        {"check in.zgly --chars A --chars-encdng utf-8", "unknown option '--chars-encdng' (did you mean --chars-encoding?)"},  // two slips
         {"preview in.zgly --text A --out x.bmp", "--out needs a file name ending in .png, not 'x.bmp'"},
         {"preview in.zgly --text A --otu x.png", "unknown option '--otu' (did you mean --out?)"},
         {"convert --from-zgly in.zgly --to-bmp out.jpg --to-order ASCII",
