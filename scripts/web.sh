@@ -125,9 +125,19 @@ cp -r web/npm/bin web/npm/README.md out/npm/
 sed "s/@VERSION@/$version/" web/npm/package.json.in > out/npm/package.json
 cp "$build_dir/bin/glyphwright-cli.js" "$build_dir/bin/glyphwright-cli.wasm" out/npm/lib/
 cp -r data/xlor data/filters out/npm/lib/
+# Our licence, and those of the libraries compiled into the WebAssembly.
+licences() {
+  cp LICENSE "$1/LICENSE"
+  mkdir -p "$1/licenses"
+  for pkg in freetype harfbuzz libpng1.6 expat zlib; do
+    cp "$(deps_source "$pkg")/debian/copyright" "$1/licenses/$pkg.txt"
+  done
+}
+licences out/npm
 
 # The site: the page, its worker and the command line's browser module.
 rm -rf out/web; mkdir -p out/web
 cp web/site/* out/web/
 cp "$build_dir/bin/glyphwright-web.js" "$build_dir/bin/glyphwright-web.wasm" out/web/
+licences out/web
 echo "web: out/web ($(du -sk out/web | cut -f1) KiB) and out/npm ready" >&2

@@ -119,7 +119,10 @@ mkdir -p "$stage/licenses"
 cp "$build/bin/glyphwright-cli.exe" "$stage/"
 $triple-strip "$stage/glyphwright-cli.exe"
 cp -r "$build/bin/xlor" "$build/bin/filters" "$stage/"
-cp README.md "$stage/README.md"
+cp README.md LICENSE "$stage/"
+# The manual the README links to.
+mkdir -p "$stage/docs"
+cp docs/*.md docs/*.png "$stage/docs/"
 for pkg in freetype harfbuzz libpng1.6 expat brotli; do
   cp "$(deps_source "$pkg")/debian/copyright" "$stage/licenses/$pkg.txt"
 done
