@@ -6,13 +6,21 @@
 #include <cstdint>
 #include <filesystem>
 #include <string>
+#include <utility>
 
 class CFileHandle {
 public:
     CFileHandle() = default;
-    ~CFileHandle();
-    CFileHandle(CFileHandle&& other) noexcept;
-    CFileHandle& operator=(CFileHandle&& other) noexcept;
+    // These rest on Close() and Handle alone, the same on every system.
+    ~CFileHandle() { Close(); }
+    CFileHandle(CFileHandle&& other) noexcept : Handle(std::exchange(other.Handle, -1)) {}
+    CFileHandle& operator=(CFileHandle&& other) noexcept {
+        if (this != &other) {
+            Close();
+            Handle = std::exchange(other.Handle, -1);
+        }
+        return *this;
+    }
     CFileHandle(const CFileHandle&) = delete;
     CFileHandle& operator=(const CFileHandle&) = delete;
 

@@ -13,6 +13,7 @@
 #include <filesystem>
 #include <memory>
 #include <string_view>
+#include <system_error>
 
 #include "platform/file_handle.h"
 
@@ -20,7 +21,7 @@ class CSaveTarget {
 public:
     explicit CSaveTarget(std::filesystem::path path) : Path(std::move(path)) {}
     // Anything not committed is discarded; the target stays as it was.
-    ~CSaveTarget();
+    ~CSaveTarget() { Discard(); }
     CSaveTarget(const CSaveTarget&) = delete;
     CSaveTarget& operator=(const CSaveTarget&) = delete;
 
@@ -33,7 +34,12 @@ public:
 
 private:
     // Drops the new content.
-    void Discard() noexcept;
+    void Discard() noexcept {
+        File.Close();
+        std::error_code ignored;
+        if (!TempPath.empty()) std::filesystem::remove(TempPath, ignored);
+        TempPath.clear();
+    }
     bool CommitReplace();
     bool CommitInPlace();
 

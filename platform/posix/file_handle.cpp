@@ -6,23 +6,10 @@
 
 #include <cerrno>
 #include <cstring>
-#include <utility>
 
 namespace {
 int Fd(std::intptr_t handle) { return static_cast<int>(handle); }
 }  // namespace
-
-CFileHandle::~CFileHandle() { Close(); }
-
-CFileHandle::CFileHandle(CFileHandle&& other) noexcept : Handle(std::exchange(other.Handle, -1)) {}
-
-CFileHandle& CFileHandle::operator=(CFileHandle&& other) noexcept {
-    if (this != &other) {
-        Close();
-        Handle = std::exchange(other.Handle, -1);
-    }
-    return *this;
-}
 
 bool CFileHandle::OpenForReading(const std::filesystem::path& path) {
     Close();

@@ -128,14 +128,6 @@ void RemoveStaleTemporaryFiles(const fs::path& target) {
 
 }  // namespace
 
-CSaveTarget::~CSaveTarget() { Discard(); }
-
-void CSaveTarget::Discard() noexcept {
-    File.Close();
-    if (!TempPath.empty()) ::unlink(TempPath.c_str());
-    TempPath.clear();
-}
-
 CFileHandle* CSaveTarget::Begin() {
     Discard();
     int fd = -1;

@@ -13,14 +13,6 @@ namespace fs = std::filesystem;
 // have no links to keep and no owners to carry over: the new content always
 // goes to a temporary file beside the target that replaces it in one rename.
 
-CSaveTarget::~CSaveTarget() { Discard(); }
-
-void CSaveTarget::Discard() noexcept {
-    File.Close();
-    if (!TempPath.empty()) ::unlink(TempPath.c_str());
-    TempPath.clear();
-}
-
 CFileHandle* CSaveTarget::Begin() {
     Discard();
     std::error_code ec;

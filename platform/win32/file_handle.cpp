@@ -3,7 +3,6 @@
 #include <windows.h>
 
 #include <algorithm>
-#include <utility>
 
 #include "platform/win32/wide_text.h"
 
@@ -12,18 +11,6 @@ HANDLE H(std::intptr_t handle) { return reinterpret_cast<HANDLE>(handle); }
 // Each call moves at most this much, so that a count always fits the API's DWORD.
 constexpr std::size_t MaxChunk = 1u << 30;
 }  // namespace
-
-CFileHandle::~CFileHandle() { Close(); }
-
-CFileHandle::CFileHandle(CFileHandle&& other) noexcept : Handle(std::exchange(other.Handle, -1)) {}
-
-CFileHandle& CFileHandle::operator=(CFileHandle&& other) noexcept {
-    if (this != &other) {
-        Close();
-        Handle = std::exchange(other.Handle, -1);
-    }
-    return *this;
-}
 
 bool CFileHandle::OpenForReading(const std::filesystem::path& path) {
     Close();

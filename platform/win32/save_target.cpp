@@ -31,14 +31,6 @@ HANDLE CreateTemporaryBeside(const std::wstring& target, std::wstring& tempPath)
 
 }  // namespace
 
-CSaveTarget::~CSaveTarget() { Discard(); }
-
-void CSaveTarget::Discard() noexcept {
-    File.Close();
-    if (!TempPath.empty()) ::DeleteFileW(TempPath.c_str());
-    TempPath.clear();
-}
-
 CFileHandle* CSaveTarget::Begin() {
     Discard();
     const std::wstring target = WidePath(Path);
