@@ -249,3 +249,28 @@ TEST(CliUsage, MistakesExitTwoWithTheProblemAndAHint) {
     EXPECT_NE(RunCli(dir, "convert --help").Out.find("  Two fonts merged, Latin from DejaVu Sans, kana and kanji from IPAGothic:\n"),
               std::string::npos);
 }
+
+// The defaults the help names: leaving an option out writes the same bytes as
+// giving its documented default, whose value the other tests show takes effect.
+TEST(CliDefaults, LeftOutOptionsTakeTheDefaultsTheHelpNames) {
+    CScratchDir dir;
+    const auto font = Q(MakeFont(dir, "f.zgly"));
+    WriteText(dir / "t.txt", "Ab\xC3\xA9\n");
+    // {command with the option left out, the same with its default, output file}
+    const std::tuple<std::string, std::string, std::string> cases[] = {
+        {"preview " + font + " --text Ab", " --zoom 2 --ink 000000 --paper FFFFFF", ".png"},
+        {"template --order ASCII --cell 8x10 --baseline 7", " --colors 2", ".bmp"},
+        {"convert --from-font 'DejaVu Sans' --size 12 --width fixed --chars Ab", " --fixed-width 16", ".zgly"},
+        {"convert --from-font 'DejaVu Sans' --size 12 --chars-file " + Q(dir / "t.txt"), " --chars-encoding utf-8", ".zgly"},
+    };
+    for (const auto& [command, defaults, ext] : cases) {
+        const auto option = [&](const std::string& out) {
+            return (ext == ".zgly" ? " --to-zgly " : " --out ") + Q(dir / (out + ext));
+        };
+        auto r = RunCli(dir, command + option("left-out"));
+        ASSERT_EQ(r.Status, 0) << command << "\n" << r.Err;
+        r = RunCli(dir, command + defaults + option("given"));
+        ASSERT_EQ(r.Status, 0) << command << defaults << "\n" << r.Err;
+        EXPECT_EQ(Slurp(dir / ("left-out" + ext)), Slurp(dir / ("given" + ext))) << command << defaults;
+    }
+}

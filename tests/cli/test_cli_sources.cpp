@@ -310,6 +310,23 @@ TEST(CliPreview, WritesTheRenderedTextAsPng) {
         EXPECT_EQ(rgb[0] << 16 | rgb[1] << 8 | rgb[2], static_cast<int>(paper)) << zoom;
         EXPECT_NE(std::count(rgb.begin(), rgb.end(), ink >> 16), 0) << zoom;
     }
+    // --sheet and --guides draw what the renderer draws with them, at the default zoom.
+    for (const bool sheet : {true, false}) {
+        const std::string args = sheet ? " --sheet" : " --text Ag --guides";
+        ASSERT_EQ(RunCli(dir, "preview " + Q(font) + args + " --out " + Q(dir / "s.png")).Status, 0) << args;
+        png_image image{};
+        image.version = PNG_IMAGE_VERSION;
+        ASSERT_TRUE(png_image_begin_read_from_file(&image, (dir / "s.png").c_str()));
+        image.format = PNG_FORMAT_RGB;
+        std::vector<uint8_t> rgb(PNG_IMAGE_SIZE(image));
+        ASSERT_TRUE(png_image_finish_read(&image, nullptr, rgb.data(), 0, nullptr));
+        CFontBlockSet set;
+        LoadZglyForPreview(font, set);
+        CPreviewOptions options;
+        options.Guides = !sheet;
+        CTextRenderer renderer(set);
+        EXPECT_EQ(rgb, (sheet ? renderer.DrawSheet(options) : renderer.DrawText("Ag", options)).Rgb) << args;
+    }
     WriteText(dir / "junk.zgly", "not a font at all, but long enough");
     r = RunCli(dir, "preview " + Q(dir / "junk.zgly") + " --text A --out " + Q(dir / "x.png"));
     EXPECT_EQ(r.Status, 1);
