@@ -166,6 +166,7 @@ TEST(CliFonts, ListingsAndStyles) {
     ASSERT_EQ(r.Status, 0) << r.Err;
     EXPECT_NE(r.Out.find("Latin1.xlor\t16x"), std::string::npos) << r.Out;
     EXPECT_NE(r.Out.find("JIS-X-0208.xlor\t94x94"), std::string::npos) << r.Out;
+    EXPECT_EQ(RunCli(dir, "list-orders --json").Out.rfind("[{\"file\":\"ASCII.xlor\",\"title\":\"ASCII\",", 0), 0u);
     r = RunCli(dir, "list-fonts");
     EXPECT_NE(r.Out.find("\nDejaVu Sans\tscalable\t\tBold,Bold Oblique,Book,"), std::string::npos) << r.Out;
     EXPECT_NE(r.Out.find("IPAGothic\tscalable\t@IPAGothic"), std::string::npos) << r.Out;

@@ -61,6 +61,7 @@ TEST(CliTyping, NearMissesAreNamedInOneLineAndAHint) {
         {"convert --from-zgly a --to-zgly o --range 0x41-0x40", "--range '0x41-0x40' ends before it starts"},
         {"convert --from-zgly a --to-zgly o --range U+110000", "--range: 'U+110000' is beyond U+10FFFF"},
         {"convert --settings a.ini --settings=x.ini", "--settings is given twice"},
+        {"convert --from-zgly a --to-zgly o --filter f.xllt --filter g.xllt", "--filter is given twice"},
         {"convert --to-zgl x.zgly", "unknown option '--to-zgl' (did you mean --to-zgly?)"},
         {"convert --from-zgly in.zgly --sise 16 --to-zgly o.zgly", "unknown option '--sise' (did you mean --size?)"},
         {"convert --from-zgly in.zgly --to-zgly o.zgly --encoding utf-9",
