@@ -369,3 +369,32 @@ TEST(CliFonts, GridReadWithAnotherOrderIsNamedOnce) {
     EXPECT_EQ(r.Err.find("Warning"), std::string::npos) << r.Err;
     EXPECT_EQ(Slurp(dir / "m.zgly"), Slurp(dir / "o.zgly"));
 }
+
+// LC Font files by the command line: each file keeps its fixed advance unless
+// its own proportional option is given; the options are not mixed up.
+TEST(CliFonts, LcFilesAndTheirProportionalOptions) {
+    CScratchDir dir;
+    // {name, file size, rows, bytes a row}: Ａ and Ｂ as Shift_JIS codes, ink in columns 1-2 of rows 1-12.
+    for (auto [name, size, rows, rowBytes] : {std::tuple{"full.dat", 249288, 16, 2}, {"half.dat", 13536, 16, 1}}) {
+        std::string bytes;
+        for (int i = 0; i < size / (2 + rows * rowBytes); ++i) {
+            const int code = i < 2 ? 0x8260 + i : 0xFFFF;
+            bytes += {static_cast<char>(code >> 8), static_cast<char>(code & 0xFF)};
+            for (int y = 0; y < rows; ++y)
+                for (int k = 0; k < rowBytes; ++k) bytes += static_cast<char>(k == 0 && y >= 1 && y < rows - 2 ? 0x60 : 0);
+        }
+        WriteText(dir / name, bytes);
+    }
+    // {input options, the characters, max char width}
+    for (auto [options, chars, width] : {std::tuple{"--from-lc full.dat", "U+FF21\t\xEF\xBC\xA1\n", 16},
+                                         {"--from-lc full.dat --lc-proportional", "U+FF21\t\xEF\xBC\xA1\n", 3},
+                                         {"--lc-half half.dat", "U+0041\tA\n", 8},
+                                         {"--lc-half half.dat --lc-half-proportional", "U+0041\tA\n", 3},
+                                         {"--lc-half half.dat --lc-proportional", "U+0041\tA\n", 8}}) {
+        auto r = RunCli(dir, "convert " + std::string(options) + " --to-zgly o.zgly", dir.Path().string());
+        ASSERT_EQ(r.Status, 0) << options << ": " << r.Err;
+        EXPECT_EQ(RunCli(dir, "info o.zgly --chars", dir.Path().string()).Out.substr(0, std::string(chars).size()), chars) << options;
+        EXPECT_NE(RunCli(dir, "info o.zgly", dir.Path().string()).Out.find("max char width " + std::to_string(width) + ","),
+                  std::string::npos) << options;
+    }
+}
