@@ -221,12 +221,16 @@ TEST(CliDefaults, LeftOutOptionsTakeTheDefaultsTheHelpNames) {
     CScratchDir dir;
     const auto font = Q(MakeFont(dir, "f.zgly"));
     WriteText(dir / "t.txt", "Ab\xC3\xA9\n");
+    ASSERT_EQ(RunCli(dir, "convert --from-font 'DejaVu Sans' --size 12 --chars Ab --encoding shift_jis --to-zgly " +
+                          Q(dir / "sjis.zgly")).Status, 0);
     // {command with the option left out, the same with its default, output file}
     const std::tuple<std::string, std::string, std::string> cases[] = {
         {"preview " + font + " --text Ab", " --zoom 2 --ink 000000 --paper FFFFFF", ".png"},
         {"template --order ASCII --cell 8x10 --baseline 7", " --colors 2", ".bmp"},
         {"convert --from-font 'DejaVu Sans' --size 12 --width fixed --chars Ab", " --fixed-width 16", ".zgly"},
         {"convert --from-font 'DejaVu Sans' --size 12 --chars-file " + Q(dir / "t.txt"), " --chars-encoding utf-8", ".zgly"},
+        {"convert --from-font 'DejaVu Sans' --size 12 --chars 'A b'", " --width keep-space", ".zgly"},
+        {"convert --from-zgly " + Q(dir / "sjis.zgly"), " --encoding utf-16", ".zgly"},
     };
     for (const auto& [command, defaults, ext] : cases) {
         const auto option = [&](const std::string& out) {
