@@ -215,37 +215,31 @@ TEST(CliInfo, DescribesEveryFieldAndCountsTheCells) {
     }
 }
 
-TEST(CliUsage, MistakesExitTwoWithTheProblemAndAHint) {
+// The defaults the help names: leaving an option out writes the same bytes as
+// giving its documented default, whose value the other tests show takes effect.
+TEST(CliDefaults, LeftOutOptionsTakeTheDefaultsTheHelpNames) {
     CScratchDir dir;
-    // {arguments, the first line after "glyphwright-cli: "}
-    const std::pair<std::string, std::string> cases[] = {
-        {"", "no command given"},
-        {"frobnicate", "unknown command 'frobnicate'"},
-        {"convert --from-zgly a", "convert needs an output (--to-zgly or --to-bmp)"},
-        {"convert --from-zgly a --to-zgly b --rotation 45", "--rotation takes 0|90|180|270, not '45'"},
-        {"convert --quiet=1 --from-zgly a --to-zgly b", "--quiet takes no value"},
-        {"convert --from-zgly a --to-bmp b --to-order o --cell 8x8 --margins 1,1", "--cell and --margins exclude each other"},
-        {"convert font.ttf --to-zgly o",
-         "'font.ttf' is not an option. convert needs an input (--from-zgly, --from-bmp, --from-font or --from-lc) and "
-         "an output (--to-zgly or --to-bmp), each followed by its file or face"},
-        {"convert --from-zgly a --from-bmp b --to-zgly o", "--from-bmp needs --from-order (source 2)"},
-        {"convert --from-font F --size 9 --from-zgly a --colors 4 --to-zgly o",
-         "--colors does not apply to this input (source 2)"},
-        {"convert --from-zgly a --from-font F --to-zgly o", "--from-font needs exactly one of --size and --cell-height (source 2)"},
-        {"convert --from-zgly a --to-zgly o --range 0x41-0x40", "--range '0x41-0x40' ends before it starts"},
-        {"convert --from-zgly a --to-zgly o --range U+110000", "--range: 'U+110000' is beyond U+10FFFF"},
-        {"convert --settings a.ini --settings=x.ini", "--settings is given twice"},
+    const auto font = Q(MakeFont(dir, "f.zgly"));
+    WriteText(dir / "t.txt", "Ab\xC3\xA9\n");
+    ASSERT_EQ(RunCli(dir, "convert --from-font 'DejaVu Sans' --size 12 --chars Ab --encoding shift_jis --to-zgly " +
+                          Q(dir / "sjis.zgly")).Status, 0);
+    // {command with the option left out, the same with its default, output file}
+    const std::tuple<std::string, std::string, std::string> cases[] = {
+        {"preview " + font + " --text Ab", " --zoom 2 --ink 000000 --paper FFFFFF", ".png"},
+        {"template --order ASCII --cell 8x10 --baseline 7", " --colors 2", ".bmp"},
+        {"convert --from-font 'DejaVu Sans' --size 12 --width fixed --chars Ab", " --fixed-width 16", ".zgly"},
+        {"convert --from-font 'DejaVu Sans' --size 12 --chars-file " + Q(dir / "t.txt"), " --chars-encoding utf-8", ".zgly"},
+        {"convert --from-font 'DejaVu Sans' --size 12 --chars 'A b'", " --width keep-space", ".zgly"},
+        {"convert --from-zgly " + Q(dir / "sjis.zgly"), " --encoding utf-16", ".zgly"},
     };
-    // One line for the problem and one for the hint, never the whole usage.
-    for (const auto& [args, problem] : cases) {
-        auto r = RunCli(dir, args);
-        EXPECT_EQ(r.Status, 2) << args;
-        const std::string hint = args.rfind("convert", 0) == 0 ? "Try 'glyphwright-cli convert --help'.\n"
-                                                               : "Try 'glyphwright-cli --help'.\n";
-        EXPECT_EQ(r.Err, "glyphwright-cli: " + problem + "\n" + hint) << args;
+    for (const auto& [command, defaults, ext] : cases) {
+        const auto option = [&](const std::string& out) {
+            return (ext == ".zgly" ? " --to-zgly " : " --out ") + Q(dir / (out + ext));
+        };
+        auto r = RunCli(dir, command + option("left-out"));
+        ASSERT_EQ(r.Status, 0) << command << "\n" << r.Err;
+        r = RunCli(dir, command + defaults + option("given"));
+        ASSERT_EQ(r.Status, 0) << command << defaults << "\n" << r.Err;
+        EXPECT_EQ(Slurp(dir / ("left-out" + ext)), Slurp(dir / ("given" + ext))) << command << defaults;
     }
-    EXPECT_EQ(RunCli(dir, "--version").Out, "glyphwright-cli 1.1.3\n");
-    EXPECT_NE(RunCli(dir, "--help").Out.find("--to-zgly FILE"), std::string::npos);
-    EXPECT_NE(RunCli(dir, "convert --help").Out.find("  Two fonts merged, Latin from DejaVu Sans, kana and kanji from IPAGothic:\n"),
-              std::string::npos);
 }

@@ -166,6 +166,7 @@ TEST(CliFonts, ListingsAndStyles) {
     ASSERT_EQ(r.Status, 0) << r.Err;
     EXPECT_NE(r.Out.find("Latin1.xlor\t16x"), std::string::npos) << r.Out;
     EXPECT_NE(r.Out.find("JIS-X-0208.xlor\t94x94"), std::string::npos) << r.Out;
+    EXPECT_EQ(RunCli(dir, "list-orders --json").Out.rfind("[{\"file\":\"ASCII.xlor\",\"title\":\"ASCII\",", 0), 0u);
     r = RunCli(dir, "list-fonts");
     EXPECT_NE(r.Out.find("\nDejaVu Sans\tscalable\t\tBold,Bold Oblique,Book,"), std::string::npos) << r.Out;
     EXPECT_NE(r.Out.find("IPAGothic\tscalable\t@IPAGothic"), std::string::npos) << r.Out;
@@ -310,6 +311,23 @@ TEST(CliPreview, WritesTheRenderedTextAsPng) {
         EXPECT_EQ(rgb[0] << 16 | rgb[1] << 8 | rgb[2], static_cast<int>(paper)) << zoom;
         EXPECT_NE(std::count(rgb.begin(), rgb.end(), ink >> 16), 0) << zoom;
     }
+    // --sheet and --guides draw what the renderer draws with them, at the default zoom.
+    for (const bool sheet : {true, false}) {
+        const std::string args = sheet ? " --sheet" : " --text Ag --guides";
+        ASSERT_EQ(RunCli(dir, "preview " + Q(font) + args + " --out " + Q(dir / "s.png")).Status, 0) << args;
+        png_image image{};
+        image.version = PNG_IMAGE_VERSION;
+        ASSERT_TRUE(png_image_begin_read_from_file(&image, (dir / "s.png").c_str()));
+        image.format = PNG_FORMAT_RGB;
+        std::vector<uint8_t> rgb(PNG_IMAGE_SIZE(image));
+        ASSERT_TRUE(png_image_finish_read(&image, nullptr, rgb.data(), 0, nullptr));
+        CFontBlockSet set;
+        LoadZglyForPreview(font, set);
+        CPreviewOptions options;
+        options.Guides = !sheet;
+        CTextRenderer renderer(set);
+        EXPECT_EQ(rgb, (sheet ? renderer.DrawSheet(options) : renderer.DrawText("Ag", options)).Rgb) << args;
+    }
     WriteText(dir / "junk.zgly", "not a font at all, but long enough");
     r = RunCli(dir, "preview " + Q(dir / "junk.zgly") + " --text A --out " + Q(dir / "x.png"));
     EXPECT_EQ(r.Status, 1);
@@ -350,4 +368,34 @@ TEST(CliFonts, GridReadWithAnotherOrderIsNamedOnce) {
     r = RunCli(dir, "convert --from-bmp l.png --from-order latin1 --colors 4 --to-zgly o.zgly", here);
     EXPECT_EQ(r.Err.find("Warning"), std::string::npos) << r.Err;
     EXPECT_EQ(Slurp(dir / "m.zgly"), Slurp(dir / "o.zgly"));
+}
+
+// LC Font files by the command line: each file keeps its fixed advance unless
+// its own proportional option is given; the options are not mixed up.
+TEST(CliFonts, LcFilesAndTheirProportionalOptions) {
+    CScratchDir dir;
+    // {name, file size, rows, bytes a row}: Ａ and Ｂ as Shift_JIS codes, ink in columns 1-2 of rows 1-12.
+    for (auto [name, size, rows, rowBytes] : {std::tuple{"full.dat", 249288, 16, 2}, {"half.dat", 13536, 16, 1}}) {
+        std::string bytes;
+        for (int i = 0; i < size / (2 + rows * rowBytes); ++i) {
+            const int code = i < 2 ? 0x8260 + i : 0xFFFF;
+            bytes += {static_cast<char>(code >> 8), static_cast<char>(code & 0xFF)};
+            for (int y = 0; y < rows; ++y)
+                for (int k = 0; k < rowBytes; ++k) bytes += static_cast<char>(k == 0 && y >= 1 && y < rows - 2 ? 0x60 : 0);
+        }
+        WriteText(dir / name, bytes);
+    }
+    // {input options, the characters, max char width and direction}
+    for (auto [options, chars, width] : {std::tuple{"--from-lc full.dat", "U+FF21\t\xEF\xBC\xA1\n", "16, bpp 1, vertical no"},
+                                         {"--from-lc full.dat --lc-proportional", "U+FF21\t\xEF\xBC\xA1\n", "3, bpp 1, vertical no"},
+                                         {"--from-lc full.dat --vertical", "U+FF21\t\xEF\xBC\xA1\n", "16, bpp 1, vertical yes"},
+                                         {"--lc-half half.dat", "U+0041\tA\n", "8, bpp 1, vertical no"},
+                                         {"--lc-half half.dat --lc-half-proportional", "U+0041\tA\n", "3, bpp 1, vertical no"},
+                                         {"--lc-half half.dat --lc-proportional", "U+0041\tA\n", "8, bpp 1, vertical no"}}) {
+        auto r = RunCli(dir, "convert " + std::string(options) + " --to-zgly o.zgly", dir.Path().string());
+        ASSERT_EQ(r.Status, 0) << options << ": " << r.Err;
+        EXPECT_EQ(RunCli(dir, "info o.zgly --chars", dir.Path().string()).Out.substr(0, std::string(chars).size()), chars) << options;
+        EXPECT_NE(RunCli(dir, "info o.zgly", dir.Path().string()).Out.find("max char width " + std::string(width)),
+                  std::string::npos) << options;
+    }
 }

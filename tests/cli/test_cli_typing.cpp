@@ -46,6 +46,22 @@ TEST(CliTyping, NearMissesAreNamedInOneLineAndAHint) {
     WriteText(dir / "R.toml", "[[font]]\nfrom-zgly = \"in.zgly\"\nto-zgy = \"o.zgly\"\n");
     // {arguments, the problem; the hint names the command}
     const std::pair<std::string, std::string> cases[] = {
+        {"", "no command given"},
+        {"convert --from-zgly a", "convert needs an output (--to-zgly or --to-bmp)"},
+        {"convert --from-zgly a --to-zgly b --rotation 45", "--rotation takes 0|90|180|270, not '45'"},
+        {"convert --quiet=1 --from-zgly a --to-zgly b", "--quiet takes no value"},
+        {"convert --from-zgly a --to-bmp b --to-order o --cell 8x8 --margins 1,1", "--cell and --margins exclude each other"},
+        {"convert font.ttf --to-zgly o",
+         "'font.ttf' is not an option. convert needs an input (--from-zgly, --from-bmp, --from-font or --from-lc) and "
+         "an output (--to-zgly or --to-bmp), each followed by its file or face"},
+        {"convert --from-zgly a --from-bmp b --to-zgly o", "--from-bmp needs --from-order (source 2)"},
+        {"convert --from-font F --size 9 --from-zgly a --colors 4 --to-zgly o",
+         "--colors does not apply to this input (source 2)"},
+        {"convert --from-zgly a --from-font F --to-zgly o", "--from-font needs exactly one of --size and --cell-height (source 2)"},
+        {"convert --from-zgly a --to-zgly o --range 0x41-0x40", "--range '0x41-0x40' ends before it starts"},
+        {"convert --from-zgly a --to-zgly o --range U+110000", "--range: 'U+110000' is beyond U+10FFFF"},
+        {"convert --settings a.ini --settings=x.ini", "--settings is given twice"},
+        {"convert --from-zgly a --to-zgly o --filter f.xllt --filter g.xllt", "--filter is given twice"},
         {"convert --to-zgl x.zgly", "unknown option '--to-zgl' (did you mean --to-zgly?)"},
         {"convert --from-zgly in.zgly --sise 16 --to-zgly o.zgly", "unknown option '--sise' (did you mean --size?)"},
         {"convert --from-zgly in.zgly --to-zgly o.zgly --encoding utf-9",
@@ -64,6 +80,7 @@ TEST(CliTyping, NearMissesAreNamedInOneLineAndAHint) {
          "--out needs a file name ending in .bmp or .png, not 't.gif'"},
         {"template --order ASCII --cel 8x8", "unknown option '--cel' (did you mean --cell?)"},
         {"build --jobs 0 R.toml", "--jobs takes 1 to 256, not '0'"},
+        {"build --jobs 257 R.toml", "--jobs takes 1 to 256, not '257'"},
         {"build -j0 R.toml", "--jobs takes 1 to 256, not '0'"},
         {"build --forse R.toml", "unknown option '--forse' (did you mean --force?)"},
         {"build R.toml", "R.toml:3: unknown key 'to-zgy' in [[font]] (did you mean to-zgly?)"},
@@ -71,7 +88,7 @@ TEST(CliTyping, NearMissesAreNamedInOneLineAndAHint) {
     for (const auto& [args, problem] : cases) {
         auto r = RunCli(dir, args, dir.Path().string());
         const std::string command = args.substr(0, args.find(' '));
-        const bool known = command != "foo" && command != "buld";
+        const bool known = !command.empty() && command != "foo" && command != "buld";
         // A recipe's problem is its own line, RECIPE:LINE: first.
         const std::string hint = problem.rfind("R.toml", 0) == 0 ? ""
                                  : "Try 'glyphwright-cli " + (known ? command + " " : "") + "--help'.\n";
@@ -94,7 +111,7 @@ TEST(CliTyping, EveryCommandPrintsItsOwnHelp) {
             EXPECT_EQ(r.Err, "") << command << flag;
         }
     }
-    EXPECT_NE(RunCli(dir, "build --help").Out.find("  --jobs N, -j N    fonts built at once"), std::string::npos);
+    EXPECT_EQ(RunCli(dir, "--version").Out, "glyphwright-cli 1.1.3\n");
     // convert's help is the whole help, with its examples; also after other options.
     auto r = RunCli(dir, "convert --from-zgly x --help");
     EXPECT_EQ(r.Status, 0);

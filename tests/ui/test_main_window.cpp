@@ -42,9 +42,9 @@ TEST_F(WindowTest, FirstStartShowsTheLicenceNoticeOnceInTheMiddleOfTheScreen) {
     EXPECT_EQ(Boxes.size(), 1);
 }
 
-// Every input tab but the LC Font one (whose reader the sources' tests cover) to
-// every output tab, glyph grids as BMP and PNG.
-TEST_F(WindowTest, ConvertsFromEveryInputToEveryOutput) {
+// The window's conversions the shared table (test_front_ends.cpp) has no case
+// for: a font into a PNG grid, that grid read back, and a grid into a grid.
+TEST_F(WindowTest, ConvertsIntoAndFromGlyphGrids) {
     auto w = Open();
     ASSERT_GT(w->OutBmp->OrderList->count(), 0) << "no glyph order files beside the test";
     ChooseFace(*w, "DejaVu Sans", 12);
@@ -55,19 +55,13 @@ TEST_F(WindowTest, ConvertsFromEveryInputToEveryOutput) {
         EXPECT_EQ(Convert(*w), " Finish") << input << "->" << output << "\n" << w->Messages->GetText();
         EXPECT_TRUE(std::filesystem::exists(out)) << out;
     };
-    convert(2, 0, Dir / "win.bmp");
     convert(2, 0, Dir / "win.png");
     EXPECT_EQ(ReadFileText(Dir / "win.png").substr(1, 3), "PNG");
-    convert(2, 1, Dir / "win.ZGLY");
-    w->InZarnic->FontField->SetText(P(Dir / "win.ZGLY"));
-    convert(1, 0, Dir / "zgly.bmp");
-    convert(1, 1, Dir / "zgly.ZGLY");
     Choose(w->InBmp->OrderList, w->OutBmp->OrderList->currentIndex());
-    for (const char* grid : {"win.bmp", "win.png"}) {
-        w->InBmp->BitmapField->SetText(P(Dir / grid));
-        convert(0, 1, Dir / (grid + std::string(".ZGLY")));
-    }
+    w->InBmp->BitmapField->SetText(P(Dir / "win.png"));
+    convert(0, 1, Dir / "grid.ZGLY");
     convert(0, 0, Dir / "bmp.bmp");
+    EXPECT_EQ(ReadFileText(Dir / "bmp.bmp").substr(0, 2), "BM");
     EXPECT_EQ(w->ConvertButton->text(), "Convert");
 }
 

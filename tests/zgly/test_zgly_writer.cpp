@@ -114,8 +114,6 @@ TEST(ZglyWriter, ParameterChecksAndTheFontsSizeEdges) {
     auto low = sized(3, 1, 3, 4);
     low->Baseline.Set(-129);
     EXPECT_EQ(Write(*low, out), e + "Baseline position(=-129) under -128.");
-    EXPECT_EQ(Write(*sized(3, 1, 3, 4), out, u'Z'),
-              e + "Specified AlternateChar('Z' : U+005A) is not included in the Font");
 }
 
 // The width entries follow the turned cell.
