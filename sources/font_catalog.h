@@ -4,6 +4,8 @@
 // off) finds no installed fonts; faces are then given as font files.
 #pragma once
 
+#include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -30,6 +32,21 @@ struct FontFaceInfo {
     };
     std::vector<Axis> Axes;
 };
+
+// What a catalog gathers about one family while it walks the system's faces.
+struct FamilyListing {
+    bool Scalable = false;
+    std::set<int> PixelSizes;
+    bool HasVerticalForms = false;
+    std::set<std::string> Styles;
+    std::set<std::string> CollectionFaces;
+    std::set<std::string> Instances;
+    std::vector<FontFaceInfo::Axis> Axes;
+};
+// The families as the face list shows them, sorted by name without regard to case.
+std::vector<FontFaceInfo> FamilyList(const std::map<std::string, FamilyListing>& families);
+// ASCII letters in lower case; family and style names are matched this way.
+std::string LowerAscii(const std::string& s);
 
 // This build can find installed fonts by family name.
 bool FontCatalogAvailable();

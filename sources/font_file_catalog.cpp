@@ -31,12 +31,6 @@ struct CatalogFace {
     bool InCollection = false;
 };
 
-std::string Lower(const std::string& s) {
-    std::string r = s;
-    for (char& c : r)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    return r;
-}
 
 // A Windows name record (UTF-16, big-endian) as UTF-8.
 std::string NameText(const FT_SfntName& name) {
@@ -103,9 +97,9 @@ const std::vector<CatalogFace>& Catalog() {
 }
 
 bool IsFamily(const CatalogFace& f, const std::string& lowerName) {
-    if (Lower(f.Family) == lowerName) return true;
+    if (LowerAscii(f.Family) == lowerName) return true;
     for (const std::string& other : f.OtherNames)
-        if (Lower(other) == lowerName) return true;
+        if (LowerAscii(other) == lowerName) return true;
     return false;
 }
 
@@ -130,16 +124,9 @@ bool HasVerticalForms(const FontLocation& location) {
 }  // namespace
 
 std::vector<FontFaceInfo> ListInstalledFaces() {
-    struct Family {
-        bool Scalable = false;
-        std::set<int> PixelSizes;
-        bool HasVerticalForms = false;
-        std::set<std::string> Styles;
-        std::set<std::string> CollectionFaces;
-    };
-    std::map<std::string, Family> families;
+    std::map<std::string, FamilyListing> families;
     for (const CatalogFace& face : Catalog()) {
-        Family& f = families[face.Family];
+        FamilyListing& f = families[face.Family];
         f.Styles.insert(face.Style);
         if (face.InCollection)
             f.CollectionFaces.insert(PathText(face.Location.File) + "#" + std::to_string(face.Location.Index));
@@ -148,27 +135,13 @@ std::vector<FontFaceInfo> ListInstalledFaces() {
             for (const FT_Bitmap_Size& s : face.Strikes) f.PixelSizes.insert(static_cast<int>((s.y_ppem + 32) >> 6));
         if (face.Scalable && face.EastAsian && !f.HasVerticalForms) f.HasVerticalForms = HasVerticalForms(face.Location);
     }
-    std::vector<FontFaceInfo> result;
-    for (auto& [name, f] : families) {
-        FontFaceInfo info;
-        info.Family = name;
-        info.Scalable = f.Scalable;
-        if (!f.Scalable) info.PixelSizes.assign(f.PixelSizes.begin(), f.PixelSizes.end());
-        info.HasVerticalForms = f.HasVerticalForms;
-        info.Styles.assign(f.Styles.begin(), f.Styles.end());
-        info.CollectionFaces.assign(f.CollectionFaces.begin(), f.CollectionFaces.end());
-        result.push_back(std::move(info));
-    }
-    std::stable_sort(result.begin(), result.end(), [](const FontFaceInfo& a, const FontFaceInfo& b) {
-        return Lower(a.Family) < Lower(b.Family);
-    });
-    return result;
+    return FamilyList(families);
 }
 
 bool FontCatalogAvailable() { return true; }
 
 bool FindInstalledFamily(const std::string& family, InstalledFamilyMatch& out) {
-    const std::string wanted = Lower(family);
+    const std::string wanted = LowerAscii(family);
     const CatalogFace* match = nullptr;
     for (const CatalogFace& face : Catalog())
         if (IsFamily(face, wanted) && (!match || (face.Regular && !match->Regular))) match = &face;
@@ -183,9 +156,9 @@ bool FindInstalledFamily(const std::string& family, InstalledFamilyMatch& out) {
 }
 
 bool ResolveFamilyStyle(const std::string& family, const std::string& style, FontLocation& out) {
-    const std::string wanted = Lower(family), wantedStyle = Lower(style);
+    const std::string wanted = LowerAscii(family), wantedStyle = LowerAscii(style);
     for (const CatalogFace& face : Catalog())
-        if (IsFamily(face, wanted) && Lower(face.Style) == wantedStyle) {
+        if (IsFamily(face, wanted) && LowerAscii(face.Style) == wantedStyle) {
             out = face.Location;
             return true;
         }

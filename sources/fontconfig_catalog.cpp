@@ -17,16 +17,6 @@
 
 namespace {
 
-struct Family {
-    bool Scalable = false;
-    std::set<int> PixelSizes;
-    bool HasVerticalForms = false;
-    std::string CheckedFile;
-    std::set<std::string> Styles;
-    std::set<std::string> CollectionFaces;
-    std::set<std::string> Instances;
-    std::vector<FontFaceInfo::Axis> Axes;
-};
 
 bool IsCollectionFile(const std::string& path) {
     const std::size_t dot = path.rfind('.');
@@ -34,12 +24,6 @@ bool IsCollectionFile(const std::string& path) {
     return ext == "ttc" || ext == "TTC" || ext == "otc" || ext == "OTC";
 }
 
-std::string Lower(const std::string& s) {
-    std::string r = s;
-    for (char& c : r)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    return r;
-}
 
 bool FileHasVerticalForms(const char* file, int index) {
     hb_blob_t* blob = hb_blob_create_from_file_or_fail(file);
@@ -71,7 +55,7 @@ bool CoversEastAsian(FcPattern* font) {
 
 // What a path names of the font: a face of a collection, a named instance,
 // the axes of a variable font.
-void AddFaceDetails(Family& f, FcPattern* font, const std::string& file, int index) {
+void AddFaceDetails(FamilyListing& f, FcPattern* font, const std::string& file, int index) {
     if (file.empty()) return;
     if (IsCollectionFile(file)) f.CollectionFaces.insert(file + "#" + std::to_string(index & 0xFFFF));
     FcChar8* style = nullptr;
@@ -191,7 +175,9 @@ std::vector<FontFaceInfo> ListInstalledFaces() {
     FcFontSetPtr fonts(FcFontList(nullptr, pattern.get(), objects.get()));
     if (!fonts) return result;
 
-    std::map<std::string, Family> families;
+    std::map<std::string, FamilyListing> families;
+    // Per family, the last file asked for vertical forms, so each is opened once.
+    std::map<std::string, std::string> checkedFiles;
     for (int i = 0; i < fonts->nfont; ++i) {
         FcPattern* font = fonts->fonts[i];
         // Colour bitmaps are drawn at any size, in grey levels, as outlines are.
@@ -205,7 +191,7 @@ std::vector<FontFaceInfo> ListInstalledFaces() {
         const bool eastAsian = isScalable && file && CoversEastAsian(font);
         FcChar8* name = nullptr;
         for (int n = 0; FcPatternGetString(font, FC_FAMILY, n, &name) == FcResultMatch; ++n) {
-            Family& f = families[reinterpret_cast<const char*>(name)];
+            FamilyListing& f = families[reinterpret_cast<const char*>(name)];
             // A family's fonts name their style in several languages; the first is the usual one.
             if (FcChar8* style = nullptr; FcPatternGetString(font, FC_STYLE, 0, &style) == FcResultMatch)
                 f.Styles.insert(reinterpret_cast<const char*>(style));
@@ -216,27 +202,12 @@ std::vector<FontFaceInfo> ListInstalledFaces() {
                 f.PixelSizes.insert(static_cast<int>(std::lround(px)));
             if (eastAsian && !f.HasVerticalForms) {
                 const std::string path = reinterpret_cast<const char*>(file);
-                if (f.CheckedFile != path) {
-                    f.CheckedFile = path;
+                if (std::string& checked = checkedFiles[reinterpret_cast<const char*>(name)]; checked != path) {
+                    checked = path;
                     f.HasVerticalForms = FileHasVerticalForms(path.c_str(), index);
                 }
             }
         }
     }
-    for (auto& [name, f] : families) {
-        FontFaceInfo info;
-        info.Family = name;
-        info.Scalable = f.Scalable;
-        if (!f.Scalable) info.PixelSizes.assign(f.PixelSizes.begin(), f.PixelSizes.end());
-        info.HasVerticalForms = f.HasVerticalForms;
-        info.Styles.assign(f.Styles.begin(), f.Styles.end());
-        info.CollectionFaces.assign(f.CollectionFaces.begin(), f.CollectionFaces.end());
-        info.Instances.assign(f.Instances.begin(), f.Instances.end());
-        info.Axes = f.Axes;
-        result.push_back(std::move(info));
-    }
-    std::stable_sort(result.begin(), result.end(), [](const FontFaceInfo& a, const FontFaceInfo& b) {
-        return Lower(a.Family) < Lower(b.Family);
-    });
-    return result;
+    return FamilyList(families);
 }
